@@ -1,0 +1,49 @@
+# One static library a room. Warnings are errors everywhere.
+add_library(orv_options INTERFACE)
+target_compile_features(orv_options INTERFACE cxx_std_20)
+target_include_directories(orv_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(orv_options INTERFACE
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wpedantic;-Werror;-Wshadow;-Wnon-virtual-dtor;-Woverloaded-virtual>)
+if(ORV_SANITIZE)
+  target_compile_options(orv_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orv_options INTERFACE -fsanitize=address,undefined)
+  target_compile_definitions(orv_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(WIN32)
+  # Debug information of an older version: the debugger under Wine shows lines with it and offsets only without.
+  target_compile_options(orv_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-gdwarf-4;-fstack-protector-strong>)
+  target_compile_definitions(orv_options INTERFACE
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00 _GLIBCXX_ASSERTIONS)
+  target_link_options(orv_options INTERFACE -static -Wl,--no-insert-timestamp,--enable-stdcall-fixup,--dynamicbase,--nxcompat)
+endif()
+
+# orv_room(name SOURCES file... [USES target...])
+function(orv_room name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC orv_options ${ARG_USES})
+endfunction()
+
+# orv_test(name SOURCES file... USES target...): one test program, its cases registered one by one.
+function(orv_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE orv_options ${ARG_USES} GTest::gmock GTest::gtest GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 300)
+endfunction()
+
+# Header-only libraries of the build machine, offered to the cross compilers without the rest of its headers.
+function(orv_header_library target)
+  set(dir ${PROJECT_BINARY_DIR}/third_party/${target})
+  file(MAKE_DIRECTORY ${dir})
+  foreach(entry ${ARGN})
+    if(NOT EXISTS /usr/include/${entry})
+      message(FATAL_ERROR "/usr/include/${entry} is missing: run ./dev once, it installs what is needed")
+    endif()
+    file(CREATE_LINK /usr/include/${entry} ${dir}/${entry} SYMBOLIC)
+  endforeach()
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} SYSTEM INTERFACE ${dir})
+endfunction()

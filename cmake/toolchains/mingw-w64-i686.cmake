@@ -1,0 +1,5 @@
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86)
+set(ORV_TRIPLET i686-w64-mingw32)
+set(WIDL_FLAGS -m32 CACHE STRING "Word size given to the interface compiler")
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64-common.cmake)

@@ -1,0 +1,58 @@
+#pragma once
+// The wrapper round every host call and every event handler.
+#include <string>
+#include <string_view>
+
+#include "platform/services.h"
+#include "text/error.h"
+
+namespace orv::platform {
+
+/// Title "Output Format Addon", text: handler, line break, number, ": ", description. Survives want of memory.
+void ReportError(MessageBoxes& boxes, std::wstring_view handler, std::int32_t number, std::wstring_view description);
+
+/// Reports the exception in flight under `handler`; an abandoned wait passes silently. Call from a catch block only.
+void ReportCurrentException(MessageBoxes& boxes, std::wstring_view handler);
+
+/// Runs `action`; a failure is shown under `handler` (qualified, "AddOnControl.cmdApply_Click") and swallowed.
+/// Answers whether `action` ran to its end.
+template <typename Action>
+bool Guarded(MessageBoxes& boxes, std::wstring_view handler, Action&& action) {
+    try {
+        action();
+        return true;
+    } catch (...) {
+        ReportCurrentException(boxes, handler);
+        return false;
+    }
+}
+
+/// Runs `restore` on every way out. `restore` may fail; a failure while another error is in flight is dropped, one
+/// on the plain way out flies. Dismiss gives the duty away.
+template <typename Restore>
+class Restoring {
+  public:
+    explicit Restoring(Restore restore) : restore_(std::move(restore)), inFlight_(std::uncaught_exceptions()) {}
+    Restoring(const Restoring&) = delete;
+    Restoring& operator=(const Restoring&) = delete;
+    ~Restoring() noexcept(false) {
+        if (dismissed_)
+            return;
+        if (std::uncaught_exceptions() == inFlight_) {
+            restore_();
+            return;
+        }
+        try {
+            restore_();
+        } catch (...) {
+        }
+    }
+    void Dismiss() { dismissed_ = true; }
+
+  private:
+    Restore restore_;
+    int inFlight_;
+    bool dismissed_ = false;
+};
+
+} // namespace orv::platform

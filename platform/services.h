@@ -1,0 +1,96 @@
+#pragma once
+// The few services of the operating system that the product uses, abstract. Portable code gets them by reference.
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orv::platform {
+
+enum class Icon { None, Information, Warning, Critical };
+enum class Buttons { Ok, YesNo };
+enum class Answer { Ok, Yes, No };
+
+struct MessageBox {
+    std::wstring text;
+    std::wstring title;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::Ok;
+    Answer preset = Answer::Ok; ///< default button; Answer::No makes "No" the default of a Yes/No box
+};
+
+class MessageBoxes {
+  public:
+    virtual ~MessageBoxes() = default;
+    /// Modal; dispatches messages while it is open. Answers No when the component is closed under it.
+    virtual Answer Show(const MessageBox& box) = 0;
+    /// The system's warning sound.
+    virtual void Beep() = 0;
+};
+
+class DebugOutput {
+  public:
+    virtual ~DebugOutput() = default;
+    /// One call of the platform's debug output a line; `line` comes without a line break.
+    virtual void Line(std::wstring_view line) = 0;
+};
+
+enum class Wait { Satisfied, Closing, Quit };
+
+class MessagePump {
+  public:
+    virtual ~MessagePump() = default;
+    /// Dispatches messages until `predicate` holds. Looks at it before the first sleep (an answer may come at
+    /// once) and after each message; sleeps in the operating system in between. Closing and Quit end every wait.
+    virtual Wait PumpUntil(const std::function<bool()>& predicate) = 0;
+    /// Dispatches what is pending, once.
+    virtual void ProcessPending() = 0;
+    /// Runs `task` from the message loop, after the present handler has returned.
+    virtual void Post(std::function<void()> task) = 0;
+    /// The component is going: wakes every wait, which answers Closing from now on.
+    virtual void Close() = 0;
+};
+
+class Registry {
+  public:
+    virtual ~Registry() = default;
+    /// A value under the local-machine hive as text; numbers as "&h" and hexadecimal digits. Nothing when key or
+    /// value is missing.
+    virtual std::optional<std::wstring> LocalMachineValue(const std::wstring& key, const std::wstring& value) = 0;
+};
+
+struct SaveFileRequest {
+    std::wstring title;
+    std::wstring filterName;
+    std::wstring filterPattern;
+    std::wstring defaultExtension;
+    std::wstring suggestedName;
+};
+
+class Desktop {
+  public:
+    virtual ~Desktop() = default;
+    virtual bool FileExists(const std::wstring& path) = 0;
+    virtual void StartProcess(const std::wstring& path) = 0;
+    virtual void OpenDocument(const std::wstring& path) = 0;
+    /// Empty when the user cancels.
+    virtual std::wstring ChooseSaveFile(const SaveFileRequest& request) = 0;
+    /// Folder of the component's own file, without a separator at the end.
+    virtual std::wstring ComponentFolder() = 0;
+};
+
+/// All of them, owned by whoever made the component.
+struct Services {
+    MessageBoxes& boxes;
+    DebugOutput& debug;
+    MessagePump& pump;
+    Registry& registry;
+    Desktop& desktop;
+};
+
+/// Raised by whoever waited when the wait was not satisfied: the component is closing or the application quits.
+/// Unwinds quietly; no handler shows a message for it.
+struct WaitAbandoned {};
+
+} // namespace orv::platform
