@@ -1,0 +1,74 @@
+#pragma once
+// Root of one device's output format: what belongs to the whole of it, and the parts it owns.
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "device/device_state.h"
+#include "model/standard_format.h"
+
+namespace orv::model {
+
+inline constexpr int kCustomCodeIDCount = 19;
+inline constexpr std::int32_t kAllTransports = -1;
+
+class OutFormatConfig {
+  public:
+    explicit OutFormatConfig(device::DeviceState& state) : state_(state) {}
+    OutFormatConfig(const OutFormatConfig&) = delete;
+    OutFormatConfig& operator=(const OutFormatConfig&) = delete;
+
+    /// Name of a transport (0..255): the device's, else the default one; empty past 15 without a device's name.
+    std::wstring TransportDesc(std::uint8_t index) const;
+    /// Bit i for transport i; -1 for all.
+    std::int32_t AvailableTransports() const { return availableTransports_; }
+    const std::wstring& NotUsedCodeRelTypes() const { return notUsedCodeRelTypes_; }
+    const std::wstring& NotUsedGlobalTypes() const { return notUsedGlobalTypes_; }
+    bool SupportedCodeRelItem(std::int32_t itemType) const;
+    bool SupportedGlobalItem(std::int32_t itemType) const;
+
+    bool Advanced() const { return advanced_; }
+    void Advanced(bool advanced) { advanced_ = advanced; }
+    std::int32_t CodeID() const { return codeID_; }
+    void CodeID(std::int32_t value) { codeID_ = value; }
+    /// Index 0..18; raises 9 (subscript) beyond. Empty for an entry that the device never defined.
+    std::wstring CustomCodeID(int index) const;
+    /// Raises 381 for an entry that the device never defined.
+    void CustomCodeID(int index, std::wstring text);
+    bool CustomCodeIDDefined(int index) const;
+    std::int32_t GlobNoReadMsgType() const { return globNoReadMsgType_; }
+    void GlobNoReadMsgType(std::int32_t value) { globNoReadMsgType_ = value; }
+
+    model::StandardFormat& StandardFormat() { return standardFormat_; }
+    const model::StandardFormat& StandardFormat() const { return standardFormat_; }
+
+    /// Reads the whole model from the current device. A failing host call flies; what was read stays.
+    void Reload();
+    /// Queues every parameter and commits them; shows what failed. True when everything was written.
+    bool Save(bool interactive);
+
+  private:
+    struct CustomCode {
+        std::wstring text;
+        bool defined = false;
+    };
+
+    const CustomCode& CustomCodeAt(int index) const;
+    void ReadCustomCodes();
+    void ReadTransports();
+    void QueueAll();
+    void ReportFailedSave(std::int32_t sapError);
+
+    device::DeviceState& state_;
+    model::StandardFormat standardFormat_;
+    std::array<CustomCode, kCustomCodeIDCount> customCodes_;
+    bool advanced_ = false;
+    std::int32_t codeID_ = 0;
+    std::int32_t globNoReadMsgType_ = 0;
+    std::int32_t availableTransports_ = 0;
+    std::wstring notUsedCodeRelTypes_;
+    std::wstring notUsedGlobalTypes_;
+    std::wstring transportDescription_;
+};
+
+} // namespace orv::model
