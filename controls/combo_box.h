@@ -1,0 +1,52 @@
+#pragma once
+// A list to choose one entry from; no free text.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "controls/widget.h"
+
+namespace orv::controls {
+
+class ComboBox : public Widget {
+  public:
+    struct Entry {
+        std::wstring text;
+        std::int32_t data = 0;
+        bool operator==(const Entry&) const = default;
+    };
+
+    explicit ComboBox(std::wstring name, int index = kNoIndex);
+
+    const std::vector<Entry>& Entries() const { return entries_; }
+    /// Selects nothing.
+    void SetEntries(std::vector<Entry> entries);
+    /// 0-based; -1 is none.
+    int Selected() const { return selected_; }
+    void SetSelected(int entry);
+    /// Data of the selected entry; 0 without one.
+    std::int32_t SelectedData() const;
+    /// The first entry with that data. A value that the list lacks is added at its end under its own number, so
+    /// that what is stored is shown.
+    void SelectData(std::int32_t data);
+
+    /// Gesture: raises onClick when the selection changes.
+    void Select(int entry);
+    /// Gesture: the peer's list is open; keys are its own until it closes.
+    void SetDropped(bool dropped) { dropped_ = dropped; }
+
+    KeyOutcome HandleKey(const KeyEvent& key) override;
+    Size MinimumSize(const TextMeasure& measure) const override;
+
+    std::function<void()> onClick;
+
+  private:
+    KeyOutcome SelectByLetter(wchar_t letter);
+
+    std::vector<Entry> entries_;
+    int selected_ = -1;
+    bool dropped_ = false;
+};
+
+} // namespace orv::controls

@@ -1,0 +1,49 @@
+#pragma once
+// A container of widgets: group box, page or plain panel.
+#include <memory>
+
+#include "controls/widget.h"
+
+namespace orv::controls {
+
+/// Caption that marks a page; never drawn.
+inline constexpr wchar_t kPageMark[] = L"<Page>";
+
+class Frame : public Widget {
+  public:
+    explicit Frame(std::wstring name, int index = kNoIndex);
+
+    bool IsPage() const { return Caption() == kPageMark; }
+    /// A group box paints its border and, unless it is empty, its caption; others paint their background alone.
+    bool IsGroupBox() const { return groupBox_; }
+    void SetGroupBox(bool groupBox) { groupBox_ = groupBox; }
+
+    /// A page's title for screen readers is its accessible name.
+    bool PeersWanted() const override { return !IsPage() || wasShown_ || Visible(); }
+
+    /// Scrolling: the children stand on a content of this size, the bounds are a window onto it. Content no larger
+    /// than the bounds does not scroll.
+    Size ContentSize() const { return content_; }
+    void SetContentSize(Size size);
+    Point Scroll() const { return scroll_; }
+    bool ScrollsDown() const { return content_.height > Bounds().height; }
+    bool ScrollsAcross() const { return content_.width > Bounds().width; }
+    /// Gesture and programmatic alike; kept inside the content.
+    void ScrollTo(Point position);
+    /// Scrolls as little as shows `descendant` whole, its top left corner first.
+    void ScrollIntoView(const Widget& descendant);
+
+    Size MinimumSize(const TextMeasure& measure) const override;
+
+  protected:
+    Point ScrollPosition() const override { return scroll_; }
+
+  private:
+    friend class Widget;
+    bool groupBox_ = false;
+    bool wasShown_ = false;
+    Size content_;
+    Point scroll_;
+};
+
+} // namespace orv::controls
