@@ -1,0 +1,139 @@
+#include "platform/win32/pump.h"
+
+#include <new>
+
+#include "platform/win32/module.h"
+
+namespace orv::platform::win32 {
+namespace {
+
+constexpr wchar_t kClassName[] = L"OrvOutFormat.Pump";
+constexpr UINT kRunTask = WM_APP + 1;
+
+class Nesting {
+  public:
+    explicit Nesting(int& depth) : depth_(depth) { ++depth_; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+    ~Nesting() { --depth_; }
+
+  private:
+    int& depth_;
+};
+
+} // namespace
+
+SystemPump::SystemPump() {
+    WNDCLASSEXW type{};
+    type.cbSize = sizeof type;
+    type.lpfnWndProc = &SystemPump::Procedure;
+    type.hInstance = OwnModule();
+    type.lpszClassName = kClassName;
+    RegisterClassExW(&type); // fails when an earlier pump has registered it, which is as good
+    window_.Reset(CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr));
+    if (!window_)
+        throw std::bad_alloc();
+    SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+SystemPump::~SystemPump() {
+    closing_ = true;
+    SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, 0);
+    window_.Reset();
+    // A component that is unloaded must not leave a class whose procedure is gone; another pump keeps it alive.
+    UnregisterClassW(kClassName, OwnModule());
+}
+
+Wait SystemPump::PumpUntil(const std::function<bool()>& predicate) {
+    const Nesting nested(depth_);
+    for (;;) {
+        if (closing_)
+            return Wait::Closing;
+        if (predicate())
+            return Wait::Satisfied;
+        MSG message;
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            // The look above may have dispatched sent messages without handing one out: look again before sleeping.
+            if (closing_ || predicate())
+                continue;
+            MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+            continue;
+        }
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return Wait::Quit;
+        }
+        Dispatch(message);
+    }
+}
+
+void SystemPump::ProcessPending() {
+    const Nesting nested(depth_);
+    MSG message;
+    while (!closing_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        Dispatch(message);
+    }
+}
+
+void SystemPump::Dispatch(MSG& message) {
+    if (preTranslate_ && preTranslate_(message))
+        return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+void SystemPump::Post(std::function<void()> task) {
+    {
+        const std::lock_guard guard(lock_);
+        if (closing_)
+            return;
+        tasks_.push_back(std::move(task));
+    }
+    PostMessageW(window_.Get(), kRunTask, 0, 0);
+}
+
+void SystemPump::Close() {
+    std::deque<std::function<void()>> dropped;
+    {
+        const std::lock_guard guard(lock_);
+        closing_ = true;
+        dropped.swap(tasks_);
+    }
+    PostMessageW(window_.Get(), WM_NULL, 0, 0);
+}
+
+void SystemPump::RunOne() {
+    std::function<void()> task;
+    {
+        const std::lock_guard guard(lock_);
+        if (tasks_.empty())
+            return;
+        task = std::move(tasks_.front());
+        tasks_.pop_front();
+    }
+    try {
+        task();
+    } catch (const WaitAbandoned&) {
+    } catch (...) {
+        if (failed_)
+            failed_();
+    }
+}
+
+LRESULT CALLBACK SystemPump::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* self = reinterpret_cast<SystemPump*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message != kRunTask || self == nullptr)
+        return DefWindowProcW(window, message, wparam, lparam);
+    try {
+        self->RunOne();
+    } catch (...) {
+        // Not even the failure could be told.
+    }
+    return 0;
+}
+
+} // namespace orv::platform::win32
