@@ -1,0 +1,27 @@
+#pragma once
+// What the editor's buttons ask of the component.
+#include <cstddef>
+#include <string>
+
+namespace orv::editor {
+
+/// Implemented by the life cycle. Both may raise; the button's handler shows the error under its own name.
+class Commands {
+  public:
+    virtual ~Commands() = default;
+    /// The save entry. Lowers `interactive` itself when Editor::NoInteractive(); calls Editor::SetModified(false)
+    /// when everything was written, Editor::SetSaveReport in any case. A failed commit was shown to the user
+    /// already and returns normally.
+    virtual void Save(bool interactive) = 0;
+    virtual void CloseAddOn() = 0;
+};
+
+/// How far a save got.
+struct SaveReport {
+    bool complete = true;
+    std::wstring stoppedAt; ///< entry that was refused; empty when the save failed before the first
+    std::size_t written = 0;
+    std::size_t total = 0;
+};
+
+} // namespace orv::editor

@@ -1,0 +1,89 @@
+#pragma once
+// The editor inside the control: shell, pages and all their behaviour.
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "controls/form.h"
+#include "controls/geometry.h"
+#include "controls/widget.h"
+#include "device/device_state.h"
+#include "editor/commands.h"
+#include "model/out_format_config.h"
+
+namespace orv::editor {
+
+class Page;
+class Shell;
+struct Context;
+
+class Editor {
+  public:
+    /// Asked for anew by each handler, so that the root may be replaced or go. Raises 91 when there is none.
+    using RootAccess = std::function<model::OutFormatConfig&()>;
+
+    /// `state` and `commands` outlive the editor. Reads nothing.
+    Editor(device::DeviceState& state, RootAccess root, Commands& commands);
+    ~Editor();
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
+
+    controls::Form& Form() { return form_; }
+    controls::Widget& Root() { return form_.Root(); }
+
+    /// Window of `picBottom`, handed to the host's support object before a save. Without it 0 is handed over.
+    std::function<device::WindowHandle()> bottomPanelWindow;
+
+    /// Makes the page `fraCodeDef` visible, without filling it.
+    void ShowFirstPage();
+    /// Rebuilds the tree from the model; the selected node stays selected when its key is still there.
+    void BuildTree();
+    /// Selects the tree's first node and runs the handling of a click on it.
+    void SelectFirstNode();
+    /// Stores the flag and sets the enabled state of `cmdOK` and `cmdApply` to it.
+    void SetModified(bool modified);
+    bool Modified() const { return modified_; }
+    bool NoInteractive() const;
+    /// Stores what is still being typed. Failures fly.
+    void CommitPending();
+    void SetDesignFlag(bool flag);
+    /// Hint line after a save: how far a failed one got, nothing after a complete one.
+    void SetSaveReport(const SaveReport& report);
+    /// Remembers the current target as the one that the values were read from; refreshes the device line.
+    void ValuesRead();
+    /// Shows cluster, device and level, and the warning strip when the current device is another than the one read.
+    void RefreshDeviceLine();
+    /// Lays everything out; again on each change of size or font.
+    void Layout(controls::Size client, const controls::TextMeasure& measure);
+    /// UserControl_Resize: Layout, its failures shown.
+    void Resize(controls::Size client, const controls::TextMeasure& measure);
+
+  private:
+    void BindShell();
+    void OnApply();
+    void OnOK();
+    bool ValidateBeforeSave();
+    void AddNodes();
+    void OnNodeClick(const std::wstring& key);
+    void ShowNode(const std::wstring& key);
+    void ShowPage(const controls::Widget& frame);
+    void ShowHint();
+    void LayoutPages();
+    Page* PageFor(const controls::Widget& frame);
+
+    device::DeviceState& state_;
+    RootAccess root_;
+    Commands& commands_;
+    controls::Form form_;
+    std::unique_ptr<Context> context_;
+    std::unique_ptr<Shell> shell_;
+    std::vector<std::unique_ptr<Page>> pages_;
+    bool modified_ = false;
+    device::Target readFrom_;
+    bool hasRead_ = false;
+    std::wstring saveReport_;
+    const controls::TextMeasure* measure_ = nullptr;
+};
+
+} // namespace orv::editor
