@@ -44,8 +44,9 @@ class COrvMIBSAPMonitor {
 
   private:
     class Sink;
-    template <typename Send>
-    bool Request(const Send& send);
+    template <typename Send, typename Forgive>
+    bool Request(const Send& send, const Forgive& forgive);
+    void LogSetError(const std::wstring& entry, const std::wstring& shown);
     void Log(const std::wstring& line);
     void WaitWhile(bool (*waiting)(Status));
 

@@ -12,6 +12,13 @@ namespace orv::model {
 inline constexpr int kCustomCodeIDCount = 19;
 inline constexpr std::int32_t kAllTransports = -1;
 
+/// How far a save came.
+struct SaveReport {
+    std::size_t queued = 0;
+    std::size_t written = 0;
+    std::wstring stoppedAt; ///< entry of the write that failed; empty when none did
+};
+
 class OutFormatConfig {
   public:
     explicit OutFormatConfig(device::DeviceState& state) : state_(state) {}
@@ -46,6 +53,7 @@ class OutFormatConfig {
     void Reload();
     /// Queues every parameter and commits them; shows what failed. True when everything was written.
     bool Save(bool interactive);
+    const SaveReport& LastSave() const { return lastSave_; }
 
   private:
     struct CustomCode {
@@ -56,6 +64,7 @@ class OutFormatConfig {
     const CustomCode& CustomCodeAt(int index) const;
     void ReadCustomCodes();
     void ReadTransports();
+    static std::int32_t ParseMask(const std::wstring& masks, std::int64_t position);
     void QueueAll();
     void ReportFailedSave(std::int32_t sapError);
 
@@ -69,6 +78,7 @@ class OutFormatConfig {
     std::wstring notUsedCodeRelTypes_;
     std::wstring notUsedGlobalTypes_;
     std::wstring transportDescription_;
+    SaveReport lastSave_;
 };
 
 } // namespace orv::model

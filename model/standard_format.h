@@ -22,6 +22,9 @@ class StandardFormat {
     void Save(device::DeviceState& state) const;
 
   private:
+    struct Field;
+    static const Field kFields[3];
+
     std::wstring header_;
     std::wstring terminator_;
     std::wstring codeSeparator_;

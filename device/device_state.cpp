@@ -1,0 +1,29 @@
+#include "device/device_state.h"
+
+#include <limits>
+
+#include "device/mib_param_cache.h"
+
+namespace orv::device {
+
+void CallCounter::Increment() {
+    if (count_ == std::numeric_limits<std::int16_t>::max())
+        return;
+    if (++count_ == 2)
+        flag_ = true;
+}
+
+DeviceState::DeviceState(platform::Services& services, HostFactory& hostFactory)
+    : platform(services), factory(hostFactory) {}
+
+DeviceState::~DeviceState() = default;
+
+SupportObject& DeviceState::Support() {
+    if (!support_)
+        support_ = factory.CreateSupportObject();
+    if (!support_)
+        throw Error(error_number::kObjectNotSet);
+    return *support_;
+}
+
+} // namespace orv::device

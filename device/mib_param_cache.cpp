@@ -1,0 +1,151 @@
+#include "device/mib_param_cache.h"
+
+#include "device/mibsap_monitor.h"
+#include "platform/guarded.h"
+#include "text/texts.h"
+
+namespace orv::device {
+namespace {
+
+using platform::Restoring;
+using text::Id;
+using text::Load;
+
+// The table's refusals to leave interactive mode that have a message of their own, or none.
+constexpr auto kRefusedWithReason = static_cast<std::int32_t>(0x8004040A);
+constexpr auto kRefusedSilently = static_cast<std::int32_t>(0x8004040B);
+constexpr float kSettleValue = 7.0F;
+
+} // namespace
+
+MIBParamCache::MIBParamCache(DeviceState& state) : state_(state), access_(state), target_(state.current) {}
+
+void MIBParamCache::Clear() {
+    parameters_.clear();
+    target_ = state_.current;
+}
+
+void MIBParamCache::Add(std::int32_t number, WireType type, const Value& value, std::int16_t element) {
+    std::wstring entry = access_.EntryName(number, element, target_);
+    if (!entry.empty())
+        parameters_.push_back({std::move(entry), Convert(value, type)});
+}
+
+bool MIBParamCache::Save(bool interactive, bool validate) {
+    written_ = 0;
+    stoppedAt_.clear();
+    if (!state_.application)
+        throw Error(error_number::kObjectNotSet);
+    state_.application->PrepareProgress(0);
+    state_.Support().ResetProgress();
+    state_.Support().SetProgressOwner(state_.progressOwner);
+    return interactive ? SaveToDevice(validate) : SaveToConfiguration();
+}
+
+bool MIBParamCache::SaveToConfiguration() {
+    for (const MIBParameter& parameter : parameters_) {
+        access_.Write(parameter.entry, parameter.value, target_);
+        ++written_;
+    }
+    return true;
+}
+
+bool MIBParamCache::SaveToDevice(bool validate) {
+    lastSapError_ = 0;
+    const auto configuration = state_.configuration;
+    const bool switchedOff = configuration->InteractiveMode();
+    if (switchedOff)
+        configuration->SetInteractiveMode(false);
+    const Restoring restore([&] {
+        if (switchedOff)
+            configuration->SetInteractiveMode(true);
+    });
+    // Each host has one of the two switches; the table's is asked only where the configuration's is not on.
+    if (!switchedOff && !SwitchTableInteractiveOff())
+        return false;
+    return Commit(validate);
+}
+
+bool MIBParamCache::SwitchTableInteractiveOff() {
+    try {
+        access_.Table(target_)->SetInteractiveMode(false);
+        return true;
+    } catch (const Error& error) {
+        platform::MessageBox box;
+        box.title = Load(Id::ErrorTitle);
+        box.icon = platform::Icon::Warning;
+        box.text = error.Description();
+        if (error.Number() == kRefusedSilently)
+            return false;
+        if (error.Number() != kRefusedWithReason) {
+            box.icon = platform::Icon::Critical;
+            box.text = Load(Id::InteractiveModeFailed) + error.Description() + L")";
+        }
+        state_.platform.boxes.Show(box);
+        return false;
+    }
+}
+
+/// The password of an access level; other levels keep the monitor's own.
+void MIBParamCache::ConfigureMonitor(COrvMIBSAPMonitor& monitor) {
+    static constexpr const wchar_t* kPasswords[] = {L"", L"VLPX", L"RRNN", L"QMVRTK4826"};
+    if (target_.accessLevel >= 0 && target_.accessLevel < 4)
+        monitor.Password(kPasswords[target_.accessLevel]);
+    monitor.DeviceAddress(ParameterAccess::DeviceAddress(target_));
+}
+
+bool MIBParamCache::Commit(bool validate) {
+    SupportObject& support = state_.Support();
+    bool allWritten = false;
+    {
+        support.ShowProgress(Load(Id::SavingParameters), Load(Id::AddOnTitle));
+        // Hidden on every way out: a display left behind would look like a save that still runs.
+        const Restoring hide([&] { support.HideProgress(); });
+        if (!state_.mibSap)
+            state_.mibSap = state_.configuration->GetMibSapService();
+        if (!state_.mibSap)
+            throw Error(error_number::kObjectNotSet);
+        COrvMIBSAPMonitor monitor(state_, target_);
+        ConfigureMonitor(monitor);
+        if (!monitor.Connect()) {
+            state_.lastTransportError = monitor.LastError();
+            return false;
+        }
+        {
+            const Restoring disconnect([&] { monitor.Disconnect(); });
+            if (!monitor.StartSession()) {
+                state_.lastTransportError = monitor.LastError();
+                return false;
+            }
+            allWritten = WriteAll(monitor);
+            if (allWritten) {
+                support.SetProgressText(Load(Id::PleaseWait));
+                if (!monitor.EndSession(validate ? L"V" : L"P"))
+                    state_.lastTransportError = monitor.LastError();
+            }
+        }
+        support.Settle(kSettleValue);
+        state_.platform.pump.ProcessPending();
+    }
+    // Only a save that wrote everything: after any other the host's values are not the device's.
+    if (allWritten)
+        access_.Table(target_)->SetInteractiveMode(true);
+    return allWritten;
+}
+
+bool MIBParamCache::WriteAll(COrvMIBSAPMonitor& monitor) {
+    SupportObject& support = state_.Support();
+    for (const MIBParameter& parameter : parameters_) {
+        if (!monitor.SetEntry(parameter.entry, parameter.value)) {
+            lastSapError_ = monitor.LastError();
+            stoppedAt_ = parameter.entry;
+            return false;
+        }
+        access_.Write(parameter.entry, parameter.value, target_);
+        ++written_;
+        support.SetProgress(static_cast<float>(written_) / static_cast<float>(parameters_.size()) * 100.0F);
+    }
+    return true;
+}
+
+} // namespace orv::device

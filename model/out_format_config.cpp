@@ -1,0 +1,170 @@
+#include "model/out_format_config.h"
+
+#include "device/mib_param_cache.h"
+#include "device/parameter_access.h"
+#include "platform/guarded.h"
+#include "text/texts.h"
+
+namespace orv::model {
+namespace {
+
+using device::ParameterAccess;
+using device::WireType;
+
+enum Parameter : std::int32_t {
+    kAdvanced = 330,
+    kNotUsedCodeRelTypes = 370,
+    kNotUsedGlobalTypes = 371,
+    kGlobNoReadMsgType = 372,
+    kCodeID = 399,
+    kFirstCustomCodeID = 400,
+    kAvailableTransports = 601,
+    kTransportDescription = 603,
+};
+
+constexpr const wchar_t* kDefaultTransports[] = {
+    L"SerMain",   L"SerAux",     L"DeviceNet",  L"Profibus",     L"EmailClient",  L"EthernetIP",  L"ProfiNet",    L"FTPClient",
+    L"FTPServer", L"HTTPClient", L"HTTPServer", L"ModbusClient", L"SystemSocket", L"UserSocket1", L"UserSocket2", L"UserSocket3",
+};
+
+/// Element `index` (0-based) of a comma-separated list, or nothing past its end. Elements are taken as they are.
+bool ListElement(const std::wstring& list, std::size_t index, std::wstring& element) {
+    std::size_t begin = 0;
+    for (; index > 0; --index) {
+        const std::size_t comma = list.find(L',', begin);
+        if (comma == std::wstring::npos)
+            return false;
+        begin = comma + 1;
+    }
+    element = list.substr(begin, list.find(L',', begin) - begin);
+    return true;
+}
+
+std::wstring Trimmed(const std::wstring& text) {
+    const auto first = text.find_first_not_of(L' ');
+    return first == std::wstring::npos ? std::wstring() : text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+bool ListsNumber(const std::wstring& list, std::int32_t number) {
+    return (L" " + Trimmed(list) + L" ").find(L" " + std::to_wstring(number) + L" ") != std::wstring::npos;
+}
+
+} // namespace
+
+std::wstring OutFormatConfig::TransportDesc(std::uint8_t index) const {
+    std::wstring name;
+    if (ListElement(transportDescription_, index, name) && !name.empty())
+        return name;
+    return index < std::size(kDefaultTransports) ? kDefaultTransports[index] : L"";
+}
+
+bool OutFormatConfig::SupportedCodeRelItem(std::int32_t itemType) const {
+    return !ListsNumber(notUsedCodeRelTypes_, itemType);
+}
+
+bool OutFormatConfig::SupportedGlobalItem(std::int32_t itemType) const {
+    return !ListsNumber(notUsedGlobalTypes_, itemType);
+}
+
+const OutFormatConfig::CustomCode& OutFormatConfig::CustomCodeAt(int index) const {
+    if (index < 0 || index >= kCustomCodeIDCount)
+        throw Error(error_number::kSubscript);
+    return customCodes_[static_cast<std::size_t>(index)];
+}
+
+std::wstring OutFormatConfig::CustomCodeID(int index) const {
+    const CustomCode& code = CustomCodeAt(index);
+    return code.defined ? code.text : std::wstring();
+}
+
+void OutFormatConfig::CustomCodeID(int index, std::wstring text) {
+    if (!CustomCodeAt(index).defined)
+        throw Error(error_number::kPropertyArrayIndex);
+    customCodes_[static_cast<std::size_t>(index)].text = std::move(text);
+}
+
+bool OutFormatConfig::CustomCodeIDDefined(int index) const { return CustomCodeAt(index).defined; }
+
+void OutFormatConfig::Reload() {
+    ParameterAccess access(state_);
+    advanced_ = device::ToInt32(access.Read(kAdvanced)) == 1;
+    codeID_ = device::ToInt32(access.Read(kCodeID));
+    ReadCustomCodes();
+    standardFormat_.Load(state_);
+    notUsedCodeRelTypes_ = access.ReadText(kNotUsedCodeRelTypes);
+    notUsedGlobalTypes_ = access.ReadText(kNotUsedGlobalTypes);
+    globNoReadMsgType_ = device::ToInt32(access.Read(kGlobNoReadMsgType));
+    ReadTransports();
+}
+
+void OutFormatConfig::ReadCustomCodes() {
+    ParameterAccess access(state_);
+    for (int i = 0; i < kCustomCodeIDCount; ++i) {
+        std::wstring text = access.ReadString(kFirstCustomCodeID + i);
+        // An entry that comes back empty keeps what it was: it may have been defined by an earlier load.
+        if (!text.empty())
+            customCodes_[static_cast<std::size_t>(i)] = {std::move(text), true};
+    }
+}
+
+void OutFormatConfig::ReadTransports() {
+    ParameterAccess access(state_);
+    const std::int32_t modelIndex = device::ToInt32(access.Read(std::wstring(L"/SystemInfo/Model/ModelIndex")));
+    const std::wstring masks = access.ReadText(kAvailableTransports);
+    availableTransports_ = ParseMask(masks, modelIndex - std::int64_t{1});
+    transportDescription_ = access.ReadText(kTransportDescription);
+}
+
+/// Entry `position` of the masks, one a device model, in hexadecimal. All transports when it is not there or does not read.
+std::int32_t OutFormatConfig::ParseMask(const std::wstring& masks, std::int64_t position) {
+    std::wstring digits;
+    if (position < 0 || !ListElement(masks, static_cast<std::size_t>(position), digits))
+        return kAllTransports;
+    digits = Trimmed(digits);
+    if (digits.empty() || digits.size() > 8 || digits.find_first_not_of(L"0123456789abcdefABCDEF") != std::wstring::npos)
+        return kAllTransports;
+    return static_cast<std::int32_t>(std::stoul(digits, nullptr, 16));
+}
+
+bool OutFormatConfig::Save(bool interactive) {
+    if (state_.cache)
+        state_.cache->Clear();
+    else
+        state_.cache = std::make_unique<device::MIBParamCache>(state_);
+    // Released after every save, whatever became of it: the next one starts from the model.
+    const platform::Restoring release([this] { state_.cache.reset(); });
+    QueueAll();
+    const bool saved = state_.cache->Save(interactive, false);
+    lastSave_ = {state_.cache->Parameters().size(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};
+    if (!saved)
+        ReportFailedSave(state_.cache->LastSAPError());
+    return saved;
+}
+
+void OutFormatConfig::QueueAll() {
+    ParameterAccess access(state_);
+    device::MIBParamCache& cache = *state_.cache;
+    cache.Add(kAdvanced, WireType::Int16, std::int16_t{advanced_ ? std::int16_t{1} : std::int16_t{0}});
+    cache.Add(kCodeID, WireType::Int32, codeID_);
+    for (int i = 0; i < kCustomCodeIDCount; ++i)
+        if (CustomCodeIDDefined(i))
+            cache.Add(kFirstCustomCodeID + i, WireType::ByteArray, access.StringToBytes(CustomCodeID(i)));
+    cache.Add(kGlobNoReadMsgType, WireType::Int32, globNoReadMsgType_);
+    standardFormat_.Save(state_);
+}
+
+void OutFormatConfig::ReportFailedSave(std::int32_t sapError) {
+    using text::Id;
+    platform::MessageBox box;
+    if (sapError != 0)
+        box.text = text::Load(Id::SaveFailed) + L"\n" + text::Load(Id::MibSapError) + std::to_wstring(sapError);
+    else if (state_.lastTransportError != 0) // never cleared: it may stem from an earlier save, and is shown all the same
+        box.text = text::Load(Id::CommunicationError) + std::to_wstring(state_.lastTransportError);
+    else
+        return;
+    box.title = text::Load(Id::ErrorTitle);
+    box.icon = platform::Icon::Warning;
+    state_.platform.boxes.Show(box);
+}
+
+} // namespace orv::model
