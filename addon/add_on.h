@@ -54,8 +54,12 @@ class AddOn : private editor::Commands {
 
   private:
     template <typename Action>
-    bool Handle(const wchar_t* handler, Action&& action);
+    void Handle(const wchar_t* handler, Action&& action);
+    void Leave();
+    void TargetChanged();
     void Save(bool interactive) override;
+    void SaveSteps(bool interactive);
+    void RunPutOff();
     void CloseAddOn() override;
     void ShowSteps();
     bool ConfirmSlave();
@@ -72,6 +76,7 @@ class AddOn : private editor::Commands {
     bool saving_ = false;
     bool activating_ = false;
     bool activatePending_ = false;
+    bool showPending_ = false;
     bool askingSlave_ = false;
     bool terminating_ = false;
     bool terminated_ = false;

@@ -27,6 +27,8 @@ class MessageBoxes {
     virtual Answer Show(const MessageBox& box) = 0;
     /// The system's warning sound.
     virtual void Beep() = 0;
+    /// The component is going: open boxes, and those still to come, are answered No (or OK where that is all).
+    virtual void Close() = 0;
 };
 
 class DebugOutput {

@@ -25,7 +25,7 @@ class ScriptedBoxes final : public platform::MessageBoxes {
     std::function<void(const platform::MessageBox&)> whileOpen; ///< run before a box is answered
 
     /// The component goes: Yes/No boxes are answered No from now on, those that are open, too.
-    void Close() { closed_ = true; }
+    void Close() override { closed_ = true; }
 
     platform::Answer Show(const platform::MessageBox& box) override;
     void Beep() override { ++beeps; }

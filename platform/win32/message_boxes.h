@@ -20,7 +20,7 @@ class SystemMessageBoxes final : public MessageBoxes {
 
     /// Answers every open box No (or OK where that is all it offers), innermost first, as soon as messages are
     /// dispatched again. No box opens from now on.
-    void Close();
+    void Close() override;
     /// Boxes open at present.
     std::size_t OpenCount() const { return open_.size(); }
 
