@@ -65,11 +65,14 @@ class Form {
 
   private:
     friend class Widget;
+    /// Makes the peers that a shown or added widget lacks.
     void WidgetShown(Widget& widget);
     void WidgetGone(Widget& widget);
+    /// Hidden or disabled: focus inside it goes to the next stop that can take it, unasked.
     void WidgetUnavailable(Widget& widget);
     bool MayLose(const Widget& next);
-    void Enter(Widget& widget);
+    KeyOutcome Navigate(const KeyEvent& key);
+    void Enter(Widget* widget, bool takeWindowFocus);
     void PutFocusBack();
 
     platform::MessageBoxes& boxes_;

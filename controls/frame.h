@@ -19,7 +19,7 @@ class Frame : public Widget {
     void SetGroupBox(bool groupBox) { groupBox_ = groupBox; }
 
     /// A page's title for screen readers is its accessible name.
-    bool PeersWanted() const override { return !IsPage() || wasShown_ || Visible(); }
+    bool PeersWanted() const override;
 
     /// Scrolling: the children stand on a content of this size, the bounds are a window onto it. Content no larger
     /// than the bounds does not scroll.
@@ -39,9 +39,8 @@ class Frame : public Widget {
     Point ScrollPosition() const override { return scroll_; }
 
   private:
-    friend class Widget;
     bool groupBox_ = false;
-    bool wasShown_ = false;
+    mutable bool wasShown_ = false; ///< noted when asked: peers are made right after a page is shown
     Size content_;
     Point scroll_;
 };

@@ -52,6 +52,7 @@ class MBEdit : public Widget {
     void Undo();
     void Redo();
     KeyOutcome HandleKey(const KeyEvent& key) override;
+    void FocusEntered(bool byKeyboard) override;
 
     Size MinimumSize(const TextMeasure& measure) const override;
 
@@ -73,6 +74,7 @@ class MBEdit : public Widget {
     bool Command(const KeyEvent& key);
     bool Navigate(const KeyEvent& key);
     void Shown();
+    std::wstring CountText(std::size_t length) const;
 
     MBEditCore core_;
     DropButton* names_ = nullptr;

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,15 +53,16 @@ class MBEditCore {
 
     /// A character key. Answers whether the box consumed it: Back (8), and Return while masked, are the display's.
     bool TypeCharacter(std::uint16_t code);
-    /// Replaces the selection by one byte's token. False when it does not fit.
+    /// Deletes the selection and puts one byte's token in its place. False when that does not fit; the selection is
+    /// gone all the same.
     bool InsertCC(std::uint8_t byte);
     bool Backspace();
     bool Delete();
     bool DeleteSelection();
     /// Replaces the selection, cut after the last token that fits. True when something changed.
     bool Paste(const Bytes& bytes);
-    /// Text in which the names of control characters, "<CR>", and "<$A0>" become their bytes; a character above 255
-    /// becomes the full stop.
+    /// Text in which the names of control characters, "<CR>", and "<$A0>" become their bytes; a character that is
+    /// no byte becomes a question mark.
     static Bytes Parse(std::wstring_view text);
     Bytes SelectedData() const;
     std::wstring SelectedText() const { return text_.substr(SelStart(), SelLength()); }
@@ -88,9 +89,10 @@ class MBEditCore {
 
     std::size_t Floor(std::size_t position) const;
     std::size_t Ceiling(std::size_t position) const;
-    bool Replace(const Bytes& bytes);
+    bool EraseSelection();
+    /// Erases the selection and inserts what fits. How many bytes were inserted.
+    std::size_t Replace(std::span<const std::uint8_t> bytes);
     bool Fits(std::size_t added) const;
-    void Refuse(std::uint16_t code);
     void Remember();
     void Restore(std::vector<Snapshot>& from, std::vector<Snapshot>& to);
     void Changed();

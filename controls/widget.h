@@ -125,6 +125,9 @@ class Widget {
     /// Smallest size at which nothing is clipped.
     virtual Size MinimumSize(const TextMeasure& measure) const = 0;
 
+    /// The focus has come, by keyboard or program or else with the pointer.
+    virtual void FocusEntered(bool /*byKeyboard*/) {}
+
     /// Asked before the focus moves away; false keeps it. Not asked when the focus goes to a widget that releases
     /// (Button::SetReleases).
     std::function<bool()> onValidate;
@@ -135,6 +138,7 @@ class Widget {
   protected:
     bool Interactive() const { return EffectivelyEnabled() && EffectivelyVisible(); }
     void Mirror(Aspect aspect);
+    static void MirrorOf(Widget& widget, Aspect aspect) { widget.Mirror(aspect); }
     /// How far the children are scrolled.
     virtual Point ScrollPosition() const { return {}; }
 
