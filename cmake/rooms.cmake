@@ -24,14 +24,13 @@ function(orv_room name)
   target_link_libraries(${name} PUBLIC orv_options ${ARG_USES})
 endfunction()
 
-# orv_test(name SOURCES file... USES target...): one test program, its cases registered one by one.
+# orv_test(name SOURCES file... USES target...): one test program. The test runner runs every program in tests/.
 function(orv_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE orv_options ${ARG_USES} GTest::gmock GTest::gtest GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 300)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
 endfunction()
 
 # Header-only libraries of the build machine, offered to the cross compilers without the rest of its headers.

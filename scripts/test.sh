@@ -1,0 +1,61 @@
+# Sourced by ./dev: runs every test program of a build and adds up.
+
+# run_programs PRESET [PREFIX...]: each program of the build under the prefix; its own report lands beside the log.
+run_programs() {
+    local preset=$1 program name
+    shift
+    mkdir -p "out/test/$preset"
+    rm -f "out/test/$preset"/*
+    local found=0
+    for program in "build/$preset"/tests/bin/*; do
+        [[ -x $program && -f $program ]] || continue
+        case $program in *.exe) name=$(basename "$program" .exe) ;; *.*) continue ;; *) name=$(basename "$program") ;; esac
+        [[ $preset == win* && $program != *.exe ]] && continue
+        found=1
+        echo "== $preset $name"
+        timeout 900 "$@" "$program" --gtest_brief=1 "--gtest_output=json:out/test/$preset/$name.json" \
+            >"out/test/$preset/$name.log" 2>&1 </dev/null || { echo "-- failed with status $?"; tail -n 60 "out/test/$preset/$name.log"; touch "out/test/$preset/$name.failed"; }
+        # A program that ended before its report counts as one failure.
+        [[ -f out/test/$preset/$name.json ]] || touch "out/test/$preset/$name.failed"
+    done
+    [[ $found -eq 1 ]] || { echo "No test programs in build/$preset" >&2; return 1; }
+}
+
+test_native() {
+    build native
+    UBSAN_OPTIONS=print_stacktrace=1 ASAN_OPTIONS=detect_leaks=1 run_programs native
+}
+
+test_windows() {
+    build win64
+    build win32
+    make_prefix
+    start_display
+    run_programs win64 wine
+    mkdir -p out/test/scripts
+    python3 scripts/inspect_component.py build/win64/bin/OrvOutFormat.ocx build/win32/bin/OrvOutFormat.ocx \
+        >out/test/scripts/inspect.log || true
+    cat out/test/scripts/inspect.log
+    source scripts/tour.sh
+    check_tour >out/test/scripts/tour.log 2>&1 || true
+    cat out/test/scripts/tour.log
+}
+
+run_tests() {
+    local half=$1
+    rm -rf out/test
+    mkdir -p out/test
+    case $half in
+    all)
+        test_native
+        test_windows
+        ;;
+    native) test_native ;;
+    windows) test_windows ;;
+    *)
+        echo "No half called $half: native or windows" >&2
+        return 2
+        ;;
+    esac
+    python3 scripts/sum_tests.py out/test
+}
