@@ -2,7 +2,7 @@
 
 #include "device/mib_param_cache.h"
 #include "device/parameter_access.h"
-#include "platform/guarded.h"
+#include "text/restoring.h"
 #include "text/texts.h"
 
 namespace orv::model {
@@ -132,7 +132,7 @@ bool OutFormatConfig::Save(bool interactive) {
     else
         state_.cache = std::make_unique<device::MIBParamCache>(state_);
     // Released after every save, whatever became of it: the next one starts from the model.
-    const platform::Restoring release([this] { state_.cache.reset(); });
+    const Restoring release([this] { state_.cache.reset(); });
     QueueAll();
     const bool saved = state_.cache->Save(interactive, false);
     lastSave_ = {state_.cache->Parameters().size(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};

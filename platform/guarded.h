@@ -5,6 +5,7 @@
 
 #include "platform/services.h"
 #include "text/error.h"
+#include "text/restoring.h"
 
 namespace orv::platform {
 
@@ -27,32 +28,6 @@ bool Guarded(MessageBoxes& boxes, std::wstring_view handler, Action&& action) {
     }
 }
 
-/// Runs `restore` on every way out. `restore` may fail; a failure while another error is in flight is dropped, one
-/// on the plain way out flies. Dismiss gives the duty away.
-template <typename Restore>
-class Restoring {
-  public:
-    explicit Restoring(Restore restore) : restore_(std::move(restore)), inFlight_(std::uncaught_exceptions()) {}
-    Restoring(const Restoring&) = delete;
-    Restoring& operator=(const Restoring&) = delete;
-    ~Restoring() noexcept(false) {
-        if (dismissed_)
-            return;
-        if (std::uncaught_exceptions() == inFlight_) {
-            restore_();
-            return;
-        }
-        try {
-            restore_();
-        } catch (...) {
-        }
-    }
-    void Dismiss() { dismissed_ = true; }
-
-  private:
-    Restore restore_;
-    int inFlight_;
-    bool dismissed_ = false;
-};
+using orv::Restoring;
 
 } // namespace orv::platform

@@ -1,0 +1,32 @@
+#pragma once
+// Guard for what must be put back whatever happens.
+#include <exception>
+#include <utility>
+
+namespace orv {
+
+/// Runs `restore` on every way out. A failure of `restore` is dropped while another error is in flight; on the plain
+/// way out it flies.
+template <typename Restore>
+class Restoring {
+  public:
+    explicit Restoring(Restore restore) : restore_(std::move(restore)), inFlight_(std::uncaught_exceptions()) {}
+    Restoring(const Restoring&) = delete;
+    Restoring& operator=(const Restoring&) = delete;
+    ~Restoring() noexcept(false) {
+        if (std::uncaught_exceptions() == inFlight_) {
+            restore_();
+            return;
+        }
+        try {
+            restore_();
+        } catch (...) {
+        }
+    }
+
+  private:
+    Restore restore_;
+    int inFlight_;
+};
+
+} // namespace orv
