@@ -20,17 +20,31 @@ bool Frame::PeersWanted() const {
     return !IsPage() || wasShown_;
 }
 
-void Frame::SetContentSize(Size size) {
-    if (content_ == size)
-        return;
-    content_ = size;
+void Frame::SetContent(Size least, int bar) {
+    content_ = least;
+    bar_ = bar;
     Mirror(Aspect::Scroll);
     ScrollTo(scroll_);
 }
 
+bool Frame::ScrollsDown() const {
+    // One bar may take the room that makes the other one necessary.
+    const bool acrossAlone = content_.width > Bounds().width;
+    return content_.height > Bounds().height - (acrossAlone ? bar_ : 0);
+}
+
+bool Frame::ScrollsAcross() const {
+    return content_.width > Bounds().width - (ScrollsDown() ? bar_ : 0);
+}
+
+Size Frame::View() const {
+    return {std::max(0, Bounds().width - (ScrollsDown() ? bar_ : 0)),
+            std::max(0, Bounds().height - (ScrollsAcross() ? bar_ : 0))};
+}
+
 void Frame::ScrollTo(Point position) {
-    position.x = std::clamp(position.x, 0, std::max(0, content_.width - Bounds().width));
-    position.y = std::clamp(position.y, 0, std::max(0, content_.height - Bounds().height));
+    position.x = std::clamp(position.x, 0, std::max(0, content_.width - View().width));
+    position.y = std::clamp(position.y, 0, std::max(0, content_.height - View().height));
     if (position == scroll_)
         return;
     scroll_ = position;
@@ -48,7 +62,7 @@ void Frame::ScrollIntoView(const Widget& descendant) {
         area.y += w->Bounds().y;
     }
     ScrollTo(
-        {Shift(scroll_.x, Bounds().width, area.x, area.width), Shift(scroll_.y, Bounds().height, area.y, area.height)});
+        {Shift(scroll_.x, View().width, area.x, area.width), Shift(scroll_.y, View().height, area.y, area.height)});
 }
 
 Size Frame::MinimumSize(const TextMeasure& measure) const {

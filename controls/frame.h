@@ -21,13 +21,15 @@ class Frame : public Widget {
     /// A page's title for screen readers is its accessible name.
     bool PeersWanted() const override;
 
-    /// Scrolling: the children stand on a content of this size, the bounds are a window onto it. Content no larger
-    /// than the bounds does not scroll.
+    /// Scrolling: the children stand on a content of at least this size, the bounds are a window onto it, less the
+    /// scroll bars that are then needed (`bar` pixels thick).
+    void SetContent(Size least, int bar);
     Size ContentSize() const { return content_; }
-    void SetContentSize(Size size);
+    /// The part of the bounds that shows content.
+    Size View() const;
+    bool ScrollsDown() const;
+    bool ScrollsAcross() const;
     Point Scroll() const { return scroll_; }
-    bool ScrollsDown() const { return content_.height > Bounds().height; }
-    bool ScrollsAcross() const { return content_.width > Bounds().width; }
     /// Gesture and programmatic alike; kept inside the content.
     void ScrollTo(Point position);
     /// Scrolls as little as shows `descendant` whole, its top left corner first.
@@ -42,6 +44,7 @@ class Frame : public Widget {
     bool groupBox_ = false;
     mutable bool wasShown_ = false; ///< noted when asked: peers are made right after a page is shown
     Size content_;
+    int bar_ = 0;
     Point scroll_;
 };
 

@@ -11,6 +11,7 @@ constexpr int kButtonPadding = 12;
 constexpr int kButtonHeight = 24;
 constexpr int kMarkSize = 13;
 constexpr int kMarkGap = 6;
+constexpr int kElided = 40;
 
 bool Plain(const KeyEvent& key) {
     return !key.alt && !key.ctrl;
@@ -27,7 +28,8 @@ Size MarkedSize(const Widget& widget, const TextMeasure& measure) {
 Label::Label(Kind kind, std::wstring name, int index) : Widget(kind, std::move(name), index) {}
 
 Size Label::MinimumSize(const TextMeasure& measure) const {
-    return {std::max(measure.Width(PlainCaption()), measure.Width(widest_)), measure.LineHeight()};
+    const int caption = elides_ ? measure.Scale(kElided) : measure.Width(PlainCaption());
+    return {std::max(caption, measure.Width(widest_)), measure.LineHeight()};
 }
 
 Button::Button(std::wstring name, int index) : Widget(Kind::Button, std::move(name), index) {

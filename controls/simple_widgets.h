@@ -16,9 +16,13 @@ class Label : public Widget {
     Label(Kind kind, std::wstring name, int index = kNoIndex);
     /// Keeps room for this text whatever the caption ("128 of 128").
     void SetWidest(std::wstring text) { widest_ = std::move(text); }
+    /// A text of any length, cut with an ellipsis where it does not fit; its tool tip is the whole text.
+    void SetElides(bool elides) { elides_ = elides; }
+    bool Elides() const { return elides_; }
     Size MinimumSize(const TextMeasure& measure) const override;
 
   private:
+    bool elides_ = false;
     std::wstring widest_;
 };
 
