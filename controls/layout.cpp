@@ -76,7 +76,8 @@ void Share(std::vector<int>& sizes, const std::vector<bool>& grows, int spare) {
     for (std::size_t i = 0; i < sizes.size() && spare > 0; ++i) {
         if (!grows[i])
             continue;
-        const int part = (spare + growing - 1) / growing--;
+        const int part = (spare + growing - 1) / growing;
+        --growing;
         sizes[i] += part;
         spare -= part;
     }
