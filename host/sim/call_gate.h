@@ -20,16 +20,16 @@ class CallGate {
 
     /// Passes a call. `name` must outlive the gate (a literal). Raises the error that was asked for.
     void Enter(std::string_view name) {
+        ++count_;
         if (watching_)
             Watch(name, {});
-        ++count_;
     }
     /// `arguments` answers their text; it is asked only while a log is kept.
     template <typename Arguments>
     void Enter(std::string_view name, const Arguments& arguments) {
+        ++count_;
         if (watching_)
             Watch(name, logging_ ? arguments() : std::wstring());
-        ++count_;
     }
 
     /// Calls since the gate was made, failed ones included.

@@ -39,15 +39,18 @@ class LineService : public device::MibSapService {
 
   private:
     enum class Pending { Nothing, Connection, Answer };
-    void Request(std::string line, std::wstring_view shown);
+    void Request(std::string line);
+    /// `shown` stands for a line that must not be seen.
+    void Request(std::string line, std::string_view shown);
     void RaiseError(std::int32_t code);
-    void Report(wchar_t direction, std::wstring_view line);
+    void Report(wchar_t direction, std::string_view line);
 
     std::shared_ptr<device::MibSapEvents> events_;
     Traffic traffic_;
     Pending pending_ = Pending::Nothing;
     bool open_ = false;
     std::int32_t address_ = 0;
+    std::int32_t lossCode_ = 0; ///< answers a request without connection
 };
 
 } // namespace orv::sim

@@ -32,7 +32,7 @@ class LocalMibSapService final : public LineService {
   private:
     struct Link;
     void Later(std::function<void()> action);
-    void Take(ProtocolHandler::Reply reply);
+    void Take(const ProtocolHandler::Reply& reply);
 
     std::vector<std::shared_ptr<SimDevice>> devices_;
     Deliver deliver_;

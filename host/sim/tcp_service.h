@@ -35,6 +35,7 @@ class TcpMibSapService final : public LineService {
     struct Worker;
     class Link;
 
+    platform::MessagePump& pump_;
     Endpoint endpoint_;
     std::unique_ptr<Worker> worker_;
     std::shared_ptr<Link> link_;

@@ -1,0 +1,128 @@
+#include "host/sim/line_service.h"
+
+#include <optional>
+#include <utility>
+
+#include "device/value.h"
+#include "host/sim/line_protocol.h"
+#include "host/sim/sim_device.h"
+#include "host/sim/utf8.h"
+
+namespace orv::sim {
+namespace {
+
+/// A code of an error answer; a line that makes no sense counts as a bad request.
+std::int32_t CodeOf(const ProtocolLine& line) {
+    try {
+        return line.fields.empty() ? device_code::kBadRequest : device::ToInt32(line.fields[0]);
+    } catch (const Error&) {
+        return device_code::kBadRequest;
+    }
+}
+
+std::string_view WithoutBreak(std::string_view line) {
+    return line.ends_with('\n') ? line.substr(0, line.size() - 1) : line;
+}
+
+} // namespace
+
+void LineService::Connect(std::int32_t deviceAddress, std::shared_ptr<device::MibSapEvents> events) {
+    Close();
+    events_ = std::move(events);
+    address_ = deviceAddress;
+    open_ = false;
+    lossCode_ = device_code::kNotConnected;
+    pending_ = Pending::Connection;
+    Open(deviceAddress);
+}
+
+void LineService::Disconnect() {
+    Close();
+    events_.reset();
+    open_ = false;
+    lossCode_ = device_code::kNotConnected;
+    pending_ = Pending::Nothing;
+}
+
+void LineService::StartSession(const std::wstring& accessLevel, const std::wstring& password) {
+    const std::string shown = FormatLine("SESSION", {accessLevel, password.empty() ? L"" : L"***"});
+    Request(FormatLine("SESSION", {accessLevel, password}), shown);
+}
+
+void LineService::EndSession(const std::wstring& mode) {
+    Request(FormatLine("END", {mode}));
+}
+void LineService::GetEntry(const std::wstring& entry) {
+    Request(FormatLine("GET", {entry}));
+}
+
+void LineService::SetNumericEntry(const std::wstring& entry, const std::wstring& decimal) {
+    Request(FormatLine("SETN", {entry, decimal}));
+}
+
+void LineService::SetStringEntry(const std::wstring& entry, const std::wstring& text) {
+    Request(FormatLine("SETS", {entry, text}));
+}
+
+void LineService::Request(std::string line) {
+    const std::string shown = line;
+    Request(std::move(line), shown);
+}
+
+void LineService::Request(std::string line, std::string_view shown) {
+    if (!open_) {
+        RaiseError(lossCode_);
+        return;
+    }
+    pending_ = Pending::Answer;
+    Report(L'>', shown);
+    Send(std::move(line));
+}
+
+void LineService::OnOpened() {
+    const std::string line = FormatLine("HELLO", {L"1", std::to_wstring(address_)});
+    Report(L'>', line);
+    Send(line);
+}
+
+void LineService::OnLine(std::string_view text) {
+    Report(L'<', text);
+    const Pending answered = std::exchange(pending_, Pending::Nothing);
+    if (answered == Pending::Nothing)
+        return;
+    const std::optional<ProtocolLine> line = ParseLine(text);
+    const bool good = line && line->verb == "OK";
+    if (!good) {
+        if (answered == Pending::Connection)
+            Close();
+        RaiseError(line ? CodeOf(*line) : device_code::kBadRequest);
+        return;
+    }
+    // The handler may drop the last reference but this one.
+    const std::shared_ptr<device::MibSapEvents> events = events_;
+    if (answered == Pending::Connection) {
+        open_ = true;
+        events->Connected();
+    } else {
+        events->ResponseReceived(line->fields.empty() ? std::wstring() : line->fields[0]);
+    }
+}
+
+void LineService::OnLost(std::int32_t code) {
+    open_ = false;
+    lossCode_ = code;
+    if (std::exchange(pending_, Pending::Nothing) != Pending::Nothing)
+        RaiseError(code);
+}
+
+void LineService::RaiseError(std::int32_t code) {
+    if (const std::shared_ptr<device::MibSapEvents> events = events_)
+        events->Error(code);
+}
+
+void LineService::Report(wchar_t direction, std::string_view line) {
+    if (traffic_)
+        traffic_(std::wstring(1, direction) + L" " + FromUtf8(WithoutBreak(line)));
+}
+
+} // namespace orv::sim
