@@ -10,11 +10,23 @@ Tree::Tree(std::wstring name, int index) : Widget(Kind::Tree, std::move(name), i
     SetTabStop(true);
 }
 
+Tree::Batch::~Batch() {
+    if (--tree_.batches_ > 0)
+        return;
+    tree_.Mirror(Aspect::Items);
+    tree_.Mirror(Aspect::Selection);
+}
+
+void Tree::ItemsChanged() {
+    if (batches_ == 0)
+        Mirror(Aspect::Items);
+}
+
 void Tree::Clear() {
     nodes_.clear();
     selectedKey_.clear();
     revealKey_.clear();
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 void Tree::AddNode(const std::wstring& parentKey, std::wstring key, std::wstring text) {
@@ -29,7 +41,7 @@ void Tree::AddNode(const std::wstring& parentKey, std::wstring key, std::wstring
             ++place;
     }
     nodes_.insert(place, Node{std::move(key), std::move(text), parentKey});
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 const Tree::Node* Tree::FindNode(const std::wstring& key) const {
@@ -45,23 +57,23 @@ Tree::Node& Tree::Require(const std::wstring& key) {
 
 void Tree::SetText(const std::wstring& key, std::wstring text) {
     Require(key).text = std::move(text);
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 void Tree::SetBold(const std::wstring& key, bool bold) {
     Require(key).bold = bold;
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 void Tree::ClearBold() {
     for (Node& node : nodes_)
         node.bold = false;
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 void Tree::SetExpanded(const std::wstring& key, bool expanded) {
     Require(key).expanded = expanded;
-    Mirror(Aspect::Items);
+    ItemsChanged();
 }
 
 void Tree::Reveal(const std::wstring& key) {
@@ -74,7 +86,8 @@ void Tree::Reveal(const std::wstring& key) {
 
 void Tree::SetSelectedKey(const std::wstring& key) {
     selectedKey_ = Require(key).key;
-    Mirror(Aspect::Selection);
+    if (batches_ == 0)
+        Mirror(Aspect::Selection);
 }
 
 int Tree::Level(const Node& node) const {

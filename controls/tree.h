@@ -20,6 +20,18 @@ class Tree : public Widget {
 
     explicit Tree(std::wstring name, int index = kNoIndex);
 
+    /// While one lives the peer is not told of changes to the nodes; it is told once at the end.
+    class Batch {
+      public:
+        explicit Batch(Tree& tree) : tree_(tree) { ++tree_.batches_; }
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+        ~Batch();
+
+      private:
+        Tree& tree_;
+    };
+
     /// Parents before their children, siblings in order. Nodes below a collapsed one are in the list all the same.
     const std::vector<Node>& Nodes() const { return nodes_; }
     void Clear();
@@ -59,6 +71,7 @@ class Tree : public Widget {
   private:
     Node& Require(const std::wstring& key);
     bool HasChildren(const Node& node) const;
+    void ItemsChanged();
     KeyOutcome Step(int by);
     KeyOutcome GoLeft();
     KeyOutcome GoRight();
@@ -66,6 +79,7 @@ class Tree : public Widget {
     std::vector<Node> nodes_;
     std::wstring selectedKey_;
     std::wstring revealKey_;
+    int batches_ = 0;
 };
 
 } // namespace orv::controls

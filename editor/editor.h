@@ -45,8 +45,8 @@ class Editor {
     void SetModified(bool modified);
     bool Modified() const { return modified_; }
     bool NoInteractive() const;
-    /// Stores what is still being typed. Failures fly.
-    void CommitPending();
+    /// Stores what is still being typed. False when a handler failed; it has shown its error, the value stays pending.
+    bool CommitPending();
     void SetDesignFlag(bool flag);
     /// Hint line after a save: how far a failed one got, nothing after a complete one.
     void SetSaveReport(const SaveReport& report);
@@ -54,7 +54,8 @@ class Editor {
     void ValuesRead();
     /// Shows cluster, device and level, and the warning strip when the current device is another than the one read.
     void RefreshDeviceLine();
-    /// Lays everything out; again on each change of size or font.
+    /// Lays everything out; again on each change of size or font. `measure` is
+    /// kept until the next call, for pages that change their labels.
     void Layout(controls::Size client, const controls::TextMeasure& measure);
     /// UserControl_Resize: Layout, its failures shown.
     void Resize(controls::Size client, const controls::TextMeasure& measure);
@@ -70,7 +71,6 @@ class Editor {
     void ShowPage(const controls::Widget& frame);
     void ShowHint();
     void LayoutPages();
-    Page* PageFor(const controls::Widget& frame);
 
     device::DeviceState& state_;
     RootAccess root_;
@@ -84,6 +84,7 @@ class Editor {
     bool hasRead_ = false;
     std::wstring saveReport_;
     const controls::TextMeasure* measure_ = nullptr;
+    controls::Rect pageArea_;
 };
 
 } // namespace orv::editor

@@ -1,0 +1,102 @@
+#include "controls/win32/clipboard.h"
+
+#include <cstring>
+#include <utility>
+
+#include "platform/win32/owned.h"
+
+namespace orv::controls::win32 {
+namespace {
+
+struct FreeGlobal {
+    void operator()(HGLOBAL memory) const { GlobalFree(memory); }
+};
+using OwnedGlobal = platform::win32::Owned<HGLOBAL, FreeGlobal>;
+
+class Open {
+  public:
+    explicit Open(HWND owner) {
+        // Another program looks at the clipboard just when it has changed; it is done in a moment.
+        constexpr int kTries = 10;
+        for (int i = 0; i < kTries && !open_; ++i) {
+            if (i > 0)
+                Sleep(10);
+            open_ = OpenClipboard(owner) != FALSE;
+        }
+    }
+    Open(const Open&) = delete;
+    Open& operator=(const Open&) = delete;
+    ~Open() {
+        if (open_)
+            CloseClipboard();
+    }
+    explicit operator bool() const { return open_; }
+
+  private:
+    bool open_ = false;
+};
+
+void PutMemory(UINT format, const void* data, std::size_t size) {
+    OwnedGlobal memory(GlobalAlloc(GMEM_MOVEABLE, size));
+    void* target = memory ? GlobalLock(memory.Get()) : nullptr;
+    if (target == nullptr)
+        return;
+    std::memcpy(target, data, size);
+    GlobalUnlock(memory.Get());
+    if (SetClipboardData(format, memory.Get()) != nullptr)
+        memory.Release(); // it is the system's from here on
+}
+
+template <typename Use>
+void GetMemory(UINT format, Use&& use) {
+    const HGLOBAL memory = GetClipboardData(format);
+    const void* data = memory != nullptr ? GlobalLock(memory) : nullptr;
+    if (data == nullptr)
+        return;
+    use(data, GlobalSize(memory));
+    GlobalUnlock(memory);
+}
+
+} // namespace
+
+SystemClipboard::SystemClipboard(std::function<HWND()> owner)
+    : owner_(std::move(owner)), bytesFormat_(RegisterClipboardFormatW(L"OrvOutFormat.Bytes")) {}
+
+void SystemClipboard::Put(const ClipboardContent& content) {
+    const Open open(owner_());
+    if (!open)
+        return;
+    EmptyClipboard();
+    PutMemory(CF_UNICODETEXT, content.text.c_str(), (content.text.size() + 1) * sizeof(wchar_t));
+    if (!content.bytes)
+        return;
+    // A block may be longer than asked for: the count goes in front.
+    const auto count = static_cast<std::uint32_t>(content.bytes->size());
+    Bytes block(sizeof count + content.bytes->size());
+    std::memcpy(block.data(), &count, sizeof count);
+    std::copy(content.bytes->begin(), content.bytes->end(), block.begin() + sizeof count);
+    PutMemory(bytesFormat_, block.data(), block.size());
+}
+
+ClipboardContent SystemClipboard::Get() {
+    ClipboardContent content;
+    const Open open(owner_());
+    if (!open)
+        return content;
+    GetMemory(CF_UNICODETEXT, [&](const void* data, std::size_t size) {
+        const std::wstring text(static_cast<const wchar_t*>(data), size / sizeof(wchar_t));
+        content.text = text.substr(0, text.find(L'\0'));
+    });
+    GetMemory(bytesFormat_, [&](const void* data, std::size_t size) {
+        std::uint32_t count = 0;
+        if (size < sizeof count)
+            return;
+        std::memcpy(&count, data, sizeof count);
+        const auto* first = static_cast<const std::uint8_t*>(data) + sizeof count;
+        if (count <= size - sizeof count)
+            content.bytes.emplace(first, first + count);
+    });
+    return content;
+}
+
+} // namespace orv::controls::win32

@@ -1,0 +1,241 @@
+#include "controls/win32/peer_host.h"
+
+#include "controls/win32/button_peer.h"
+#include "controls/win32/combo_peer.h"
+#include "controls/win32/drop_button_peer.h"
+#include "controls/win32/frame_peer.h"
+#include "controls/win32/label_peer.h"
+#include "controls/win32/mark_peer.h"
+#include "controls/win32/mb_edit_peer.h"
+#include "controls/win32/strip_peer.h"
+#include "controls/win32/tree_peer.h"
+#include "platform/guarded.h"
+
+namespace orv::controls::win32 {
+namespace {
+
+constexpr int kFirstId = 100;
+constexpr int kTipWidth = 360;
+
+// Only sizes, fonts and colours concern the windows; the message comes for a hundred other settings as well.
+bool ChangesFont(UINT message, WPARAM wparam) {
+    return message == WM_DPICHANGED_AFTERPARENT || message == WM_THEMECHANGED ||
+           (message == WM_SETTINGCHANGE && (wparam == SPI_SETNONCLIENTMETRICS || wparam == SPI_SETHIGHCONTRAST));
+}
+
+} // namespace
+
+PeerHost::PeerHost(Form& form, const platform::win32::ActivationContext& context, PeerHooks hooks)
+    : form_(form), context_(context), hooks_(std::move(hooks)), richEdit_(LoadLibraryW(L"Msftedit.dll")) {}
+
+PeerHost::~PeerHost() {
+    Detach();
+}
+
+void PeerHost::Attach(HWND parent) {
+    parent_ = parent;
+    metrics_.Refresh(parent);
+    {
+        const platform::win32::ActivationScope active(context_);
+        tips_.Create(parent, Font(), Scale(kTipWidth));
+    }
+    if (hooks_.layout)
+        hooks_.layout();
+    form_.AttachPeers(*this);
+}
+
+void PeerHost::Detach() {
+    if (!Attached())
+        return;
+    form_.DetachPeers();
+    tips_.Destroy();
+    seen_ = {};
+    parent_ = nullptr;
+}
+
+void PeerHost::Remake() {
+    if (!Attached() || remaking_)
+        return;
+    remaking_ = true;
+    const platform::Restoring done([this] { remaking_ = false; });
+    const HWND parent = parent_;
+    const bool hadFocus = Ours(GetFocus());
+    Detach();
+    Attach(parent);
+    if (hadFocus)
+        TakeFocus();
+}
+
+std::optional<LRESULT> PeerHost::HandleControlMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (!Attached())
+        return std::nullopt;
+    if (message == FindMessage()) {
+        wchar_t name[256] = {};
+        GetAtomNameW(static_cast<ATOM>(wparam), name, 256);
+        return reinterpret_cast<LRESULT>(WindowOf(name, static_cast<int>(lparam)));
+    }
+    if (ChangesFont(message, wparam)) {
+        Remake();
+        return 0;
+    }
+    switch (message) {
+    case WM_SYSCOLORCHANGE:
+        for (const auto& [window, peer] : peers_) {
+            SendMessageW(window, message, wparam, lparam);
+            InvalidateRect(window, nullptr, TRUE);
+        }
+        return 0;
+    case WM_SETFOCUS:
+        TakeFocus();
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+void PeerHost::TakeFocus() {
+    if (Widget* focused = form_.Focused(); focused != nullptr && focused->GetPeer() != nullptr)
+        focused->GetPeer()->TakeFocus();
+    else
+        form_.FocusFirst();
+}
+
+HWND PeerHost::WindowOf(std::wstring_view name, int index) const {
+    Widget* widget = form_.Root().Find(name, index);
+    return widget != nullptr && widget->GetPeer() != nullptr ? static_cast<WindowPeer*>(widget->GetPeer())->Window()
+                                                             : nullptr;
+}
+
+UINT PeerHost::FindMessage() {
+    static const UINT message = RegisterWindowMessageW(L"OrvFindControl");
+    return message;
+}
+
+std::unique_ptr<Peer> PeerHost::Make(Widget& widget) {
+    switch (widget.GetKind()) {
+    case Kind::Frame:
+        return std::make_unique<FramePeer>(*this, static_cast<Frame&>(widget));
+    case Kind::Label:
+    case Kind::HintLine:
+        return std::make_unique<LabelPeer>(*this, widget);
+    case Kind::WarningStrip:
+    case Kind::OutputStrip:
+        return std::make_unique<StripPeer>(*this, widget);
+    case Kind::Button:
+        return std::make_unique<ButtonPeer>(*this, static_cast<Button&>(widget));
+    case Kind::DropButton:
+        return std::make_unique<DropButtonPeer>(*this, static_cast<DropButton&>(widget));
+    case Kind::CheckBox:
+    case Kind::OptionButton:
+        return std::make_unique<MarkPeer>(*this, widget);
+    case Kind::ComboBox:
+        return std::make_unique<ComboPeer>(*this, static_cast<ComboBox&>(widget));
+    case Kind::Tree:
+        return std::make_unique<TreePeer>(*this, static_cast<Tree&>(widget));
+    case Kind::MBEdit:
+        return std::make_unique<MBEditPeer>(*this, static_cast<MBEdit&>(widget));
+    }
+    return nullptr;
+}
+
+int PeerHost::IdOf(const Widget& widget) {
+    const int next = kFirstId + static_cast<int>(ids_.size());
+    return ids_.try_emplace({widget.Name(), widget.Index()}, next).first->second;
+}
+
+WindowPeer* PeerHost::PeerOf(HWND window) const {
+    const auto found = peers_.find(window);
+    return found == peers_.end() ? nullptr : found->second;
+}
+
+bool PeerHost::Ours(HWND window) const {
+    return window != nullptr && Attached() && IsChild(parent_, window);
+}
+
+KeyOutcome PeerHost::Route(const KeyEvent& event) {
+    if (event.character == 0 || event.alt)
+        ShowCues();
+    return form_.RouteKey(event);
+}
+
+void PeerHost::ShowCues() {
+    // Whoever works with the keyboard sees access keys and the focus, also in a container that forgets to say so.
+    SendMessageW(parent_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
+}
+
+bool PeerHost::TranslateKey(MSG& message) {
+    if (!KeyMessages::IsKeyMessage(message.message) || !Ours(message.hwnd))
+        return false;
+    const KeyMessages::Result read = keys_.Read(message.message, message.wParam);
+    if (read.reading != KeyMessages::Reading::Event)
+        return read.reading == KeyMessages::Reading::Repeat;
+    const KeyOutcome outcome = Route(read.event);
+    if (outcome == KeyOutcome::Handled || !Attached())
+        return true;
+    const bool leave = outcome == KeyOutcome::LeaveNext || outcome == KeyOutcome::LeaveBack;
+    if (outcome != KeyOutcome::Native && hooks_.passOn && hooks_.passOn(message, leave))
+        return true;
+    if (leave)
+        return true; // nowhere to go: the focus stays
+    keys_.ExpectCharacterOf(read.event);
+    seen_ = {message.hwnd, message.message, message.wParam, message.lParam};
+    seenAs_ = outcome == KeyOutcome::Native ? KeyVerdict::Window : KeyVerdict::Nobody;
+    if (outcome != KeyOutcome::Native)
+        return false;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return true;
+}
+
+PeerHost::KeyVerdict PeerHost::KeyArrived(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const Seen here{window, message, wparam, lparam};
+    if (here == std::exchange(seen_, {}))
+        return seenAs_;
+    const KeyMessages::Result read = keys_.Read(message, wparam);
+    if (read.reading == KeyMessages::Reading::Repeat)
+        return KeyVerdict::Done;
+    if (read.reading == KeyMessages::Reading::Other)
+        return KeyVerdict::Nobody;
+    // The container's loop has made the character already.
+    keys_.ExpectCharacterOf(read.event);
+    switch (const KeyOutcome outcome = Route(read.event)) {
+    case KeyOutcome::Handled:
+        return KeyVerdict::Done;
+    case KeyOutcome::Native:
+        return KeyVerdict::Window;
+    default: {
+        MSG copy{};
+        copy.hwnd = window;
+        copy.message = message;
+        copy.wParam = wparam;
+        copy.lParam = lparam;
+        const bool leave = outcome != KeyOutcome::NotHandled;
+        const bool taken = Attached() && hooks_.passOn && hooks_.passOn(copy, leave);
+        return taken || leave ? KeyVerdict::Done : KeyVerdict::Nobody;
+    }
+    }
+}
+
+void PeerHost::FocusGained(Widget& widget) {
+    if (hooks_.activate && !remaking_)
+        hooks_.activate();
+    form_.FocusArrived(widget);
+}
+
+void PeerHost::FocusWentTo(HWND window) {
+    // Boxes, menus and other programs borrow the focus; only a neighbour inside the container's window takes it.
+    if (!Attached() || remaking_ || window == nullptr || window == parent_ || Ours(window))
+        return;
+    if (GetAncestor(window, GA_ROOT) == GetAncestor(parent_, GA_ROOT))
+        form_.FocusLeft();
+}
+
+void PeerHost::ReportFailure() {
+    try {
+        platform::ReportCurrentException(form_.Boxes(), L"AddOnControl.Window");
+    } catch (...) {
+        // A window procedure is the last place where it could have been told.
+    }
+}
+
+} // namespace orv::controls::win32

@@ -1,0 +1,163 @@
+#include "controls/win32/window_peer.h"
+
+#include <new>
+
+#include <commctrl.h>
+
+#include "controls/win32/peer_host.h"
+#include "platform/win32/module.h"
+
+namespace orv::controls::win32 {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+
+HWND ParentWindow(const PeerHost& host, const Widget& widget) {
+    if (widget.Parent() == nullptr)
+        return host.Parent();
+    return static_cast<WindowPeer*>(widget.Parent()->GetPeer())->Window();
+}
+
+} // namespace
+
+WindowPeer::WindowPeer(PeerHost& host, Widget& widget, const WindowSpec& spec) : host_(host), widget_(widget) {
+    const platform::win32::ActivationScope active(host.Context());
+    const Rect place = widget.WindowBounds();
+    DWORD style = WS_CHILD | WS_CLIPSIBLINGS | spec.style;
+    if (widget.Visible())
+        style |= WS_VISIBLE;
+    if (!widget.EffectivelyEnabled())
+        style |= WS_DISABLED;
+    window_ = CreateWindowExW(spec.extendedStyle, spec.type, widget.Caption().c_str(), style, place.x, place.y,
+                              place.width, place.height, ParentWindow(host, widget),
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host.IdOf(widget))),
+                              platform::win32::OwnModule(), nullptr);
+    if (window_ == nullptr)
+        throw std::bad_alloc();
+    SetWindowSubclass(window_, &WindowPeer::Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(host.Font()), FALSE);
+    host.Register(window_, *this);
+    host.Tips().Set(window_, widget.ToolTip());
+}
+
+WindowPeer::~WindowPeer() {
+    RemoveWindowSubclass(window_, &WindowPeer::Procedure, kSubclass);
+    host_.Tips().Set(window_, {});
+    host_.Names().Clear(window_);
+    host_.Unregister(window_);
+    DestroyWindow(window_);
+}
+
+void WindowPeer::Mirror(Aspect aspect) {
+    switch (aspect) {
+    case Aspect::Bounds: {
+        const Rect place = Placement();
+        SetWindowPos(window_, nullptr, place.x, place.y, place.width, place.height,
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+        break;
+    }
+    case Aspect::Visible:
+        ShowWindow(window_, widget_.Visible() ? SW_SHOWNA : SW_HIDE);
+        break;
+    case Aspect::Enabled:
+        EnableWindow(window_, widget_.EffectivelyEnabled());
+        break;
+    case Aspect::Caption:
+        SetWindowTextW(window_, WindowText().c_str());
+        MirrorName();
+        break;
+    case Aspect::ToolTip:
+        host_.Tips().Set(window_, widget_.ToolTip());
+        break;
+    case Aspect::Name:
+        MirrorName();
+        break;
+    default:
+        break;
+    }
+}
+
+void WindowPeer::MirrorName() {
+    const std::wstring name = widget_.AccessibleName();
+    if (!NamedByText() || name != widget_.PlainCaption())
+        host_.Names().Set(window_, name);
+}
+
+void WindowPeer::TakeFocus() {
+    if (GetFocus() != window_)
+        ::SetFocus(window_);
+}
+
+HBRUSH WindowPeer::Colour(HDC dc) {
+    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+    SetBkColor(dc, GetSysColor(COLOR_BTNFACE));
+    return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+LRESULT WindowPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
+    return DefSubclassProc(window_, message, wparam, lparam);
+}
+
+LRESULT WindowPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_GETDLGCODE:
+        // All keys come here also in a container that treats the control as a dialog.
+        return widget_.TabStop() ? DLGC_WANTALLKEYS | DLGC_WANTARROWS | DLGC_WANTCHARS
+                                 : Default(message, wparam, lparam);
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_CHAR:
+    case WM_SYSCHAR:
+        return HandleKeyMessage(message, wparam, lparam);
+    case WM_KEYUP:
+    case WM_SYSKEYUP:
+        return UsesNativeKeys() ? Default(message, wparam, lparam) : DefWindowProcW(window_, message, wparam, lparam);
+    case WM_SETFOCUS:
+        return FocusGained(wparam, lparam);
+    case WM_KILLFOCUS:
+        return FocusLost(wparam, lparam);
+    default:
+        return Default(message, wparam, lparam);
+    }
+}
+
+LRESULT WindowPeer::HandleKeyMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    const Life life = TakeLife();
+    const HWND window = window_;
+    const PeerHost::KeyVerdict verdict = host_.KeyArrived(window, message, wparam, lparam);
+    if (verdict == PeerHost::KeyVerdict::Done || life.expired())
+        return 0;
+    if (verdict == PeerHost::KeyVerdict::Window)
+        return UsesNativeKeys() ? Default(message, wparam, lparam) : 0;
+    // Nobody's: the system may still know it (Alt+F4, F1), the window's class must not, for the widget decides.
+    return DefWindowProcW(window, message, wparam, lparam);
+}
+
+LRESULT WindowPeer::FocusGained(WPARAM wparam, LPARAM lparam) {
+    const Life life = TakeLife();
+    const LRESULT result = Default(WM_SETFOCUS, wparam, lparam);
+    if (!life.expired())
+        host_.FocusGained(widget_);
+    return result;
+}
+
+LRESULT WindowPeer::FocusLost(WPARAM wparam, LPARAM lparam) {
+    PeerHost& host = host_;
+    const LRESULT result = Default(WM_KILLFOCUS, wparam, lparam);
+    host.FocusWentTo(reinterpret_cast<HWND>(wparam));
+    return result;
+}
+
+LRESULT CALLBACK WindowPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                       DWORD_PTR self) {
+    auto& peer = *reinterpret_cast<WindowPeer*>(self);
+    PeerHost& host = peer.host_;
+    try {
+        return peer.Handle(message, wparam, lparam);
+    } catch (...) {
+        host.ReportFailure();
+    }
+    return DefWindowProcW(window, message, wparam, lparam);
+}
+
+} // namespace orv::controls::win32

@@ -1,0 +1,37 @@
+#pragma once
+// Page of the formats root: which kind of format is in use, and the standard format.
+#include <memory>
+
+#include "controls/output_strip.h"
+#include "editor/fields.h"
+#include "editor/page.h"
+#include "text/texts.h"
+
+namespace orv::editor {
+
+class FormatDefPage : public Page {
+  public:
+    explicit FormatDefPage(Context& context);
+    bool CommitPending() override;
+
+  protected:
+    void SetUp() override;
+    void Fill() override;
+
+  private:
+    std::unique_ptr<MBField> AddField(const wchar_t* name, text::Id caption, MBField::Store store);
+    void AddFormatKind();
+    void ChooseKind(const wchar_t* handler, bool advanced);
+    void ShowOutput();
+
+    controls::Frame& fraFormatKind_;
+    controls::OptionButton& optStdFormat_;
+    controls::OptionButton& optAdvFormat_;
+    controls::Frame& fraStdFormat_;
+    std::unique_ptr<MBField> header_;
+    std::unique_ptr<MBField> separator_;
+    std::unique_ptr<MBField> terminator_;
+    controls::OutputStrip& output_;
+};
+
+} // namespace orv::editor

@@ -1,0 +1,25 @@
+#include "editor/page.h"
+
+namespace orv::editor {
+
+Page::Page(Context& context, std::wstring name, std::wstring title)
+    : context_(context), frame_(context.form.Root().Add<controls::Frame>(std::move(name))) {
+    frame_.SetCaption(controls::kPageMark);
+    frame_.SetVisible(false);
+    frame_.SetAccessibleName(std::move(title));
+}
+
+void Page::LoadModel() {
+    if (!setUp_) {
+        SetUp();
+        setUp_ = true;
+    }
+    Fill();
+}
+
+void Page::Layout(const controls::TextMeasure& measure) {
+    if (layout_)
+        controls::LayoutPage(frame_, *layout_, measure);
+}
+
+} // namespace orv::editor

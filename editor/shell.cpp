@@ -1,0 +1,108 @@
+#include "editor/shell.h"
+
+#include <algorithm>
+
+#include "text/texts.h"
+
+namespace orv::editor {
+namespace {
+
+using controls::Rect;
+using controls::Size;
+using controls::TextMeasure;
+using text::Id;
+using text::Load;
+
+constexpr int kMargin = 8;
+constexpr int kTreeWidth = 200;
+
+} // namespace
+
+void ShowCut(controls::Label& label, const std::wstring& text) {
+    // The text is data: what looks like the mark of an access key is none.
+    std::wstring caption;
+    for (wchar_t c : text)
+        caption.append(c == L'&' ? 2 : 1, c);
+    label.SetCaption(caption);
+    label.SetToolTip(text);
+}
+
+Shell::Shell(controls::Form& owner)
+    : form(owner), tvw(owner.Root().Add<controls::Tree>(L"tvw")),
+      lblPage(owner.Root().Add<controls::Label>(L"lblPage")),
+      lblDevice(owner.Root().Add<controls::Label>(L"lblDevice")),
+      lblTarget(owner.Root().Add<controls::Label>(controls::Kind::WarningStrip, L"lblTarget")) {
+    tvw.SetAccessibleName(Load(Id::TreeName));
+    for (controls::Label* label : {&lblPage, &lblDevice, &lblTarget})
+        label->SetElides(true);
+}
+
+void Shell::AddBottom() {
+    fraDesign = &form.Root().Add<controls::Frame>(L"fraDesign");
+    fraDesign->SetVisible(false);
+    picBottom = &form.Root().Add<controls::Frame>(L"picBottom");
+    lblHint = &picBottom->Add<controls::Label>(controls::Kind::HintLine, L"lblHint");
+    lblHint->SetElides(true);
+    AddButtons();
+    auto buttons = controls::Row(controls::Boxed(Cell(*chkNoInteractive), controls::Spring(controls::Grow::Across),
+                                                 Cell(*cmdOK), Cell(*cmdCancel), Cell(*cmdApply)));
+    bottom_ = controls::Column(controls::Boxed(Cell(*lblHint, controls::Grow::Across), std::move(buttons)), 6);
+}
+
+void Shell::AddButtons() {
+    chkNoInteractive = &picBottom->Add<controls::CheckBox>(L"chkNoInteractive");
+    chkNoInteractive->SetCaption(Load(Id::NoInteractive));
+    chkNoInteractive->SetAccessibleName(Load(Id::NoInteractive));
+    chkNoInteractive->SetToolTip(Load(Id::TipNoInteractive));
+    chkNoInteractive->SetHint(Load(Id::TipNoInteractive));
+    const auto add = [this](const wchar_t* name, Id caption, Id tip) {
+        auto& button = picBottom->Add<controls::Button>(name);
+        button.SetCaption(Load(caption));
+        button.SetToolTip(Load(tip));
+        button.SetHint(Load(tip));
+        return &button;
+    };
+    cmdOK = add(L"cmdOK", Id::ButtonOK, Id::TipOK);
+    cmdCancel = add(L"cmdCancel", Id::ButtonCancel, Id::TipCancel);
+    cmdApply = add(L"cmdApply", Id::ButtonApply, Id::TipApply);
+    cmdCancel->SetReleases(true);
+}
+
+int Shell::LayoutBottom(Size client, const TextMeasure& measure) {
+    const int margin = measure.Scale(kMargin);
+    const int width = std::max(0, client.width - 2 * margin);
+    // The full caption where there is room for it; the tool tip and the screen reader have it in any case.
+    chkNoInteractive->SetCaption(Load(Id::NoInteractive));
+    if (bottom_->Minimum(measure).width > width)
+        chkNoInteractive->SetCaption(Load(Id::NoInteractiveShort));
+    const int height = bottom_->Minimum(measure).height + 2 * margin;
+    picBottom->SetBounds({0, client.height - height, client.width, height});
+    bottom_->Place({margin, margin, width, height - 2 * margin}, measure);
+    return height;
+}
+
+Rect Shell::LayoutHead(const Rect& right, const TextMeasure& measure) {
+    const int gap = measure.Scale(kMargin);
+    const int line = measure.LineHeight();
+    const int wanted = measure.Width(lblDevice.PlainCaption());
+    const int device = std::min(wanted, (right.width - gap) / 2);
+    lblPage.SetBounds({right.x, right.y, std::max(0, right.width - gap - device), line});
+    lblDevice.SetBounds({right.Right() - device, right.y, device, line});
+    // The strip keeps its line when it has nothing to say: a warning that moves the fields would be one more trap.
+    lblTarget.SetBounds({right.x, right.y + line + gap / 2, right.width, line + gap / 2});
+    const int top = lblTarget.Bounds().Bottom() + gap / 2;
+    return {right.x, top, right.width, std::max(0, right.Bottom() - top)};
+}
+
+Rect Shell::Layout(Size client, const TextMeasure& measure) {
+    form.Root().SetBounds({0, 0, client.width, client.height});
+    const int margin = measure.Scale(kMargin);
+    const int inner = std::max(0, client.height - LayoutBottom(client, measure));
+    const int treeWidth = std::min(measure.Scale(kTreeWidth), client.width / 3);
+    const int height = std::max(0, inner - 2 * margin);
+    tvw.SetBounds({margin, margin, treeWidth, height});
+    const int left = tvw.Bounds().Right() + margin;
+    return LayoutHead({left, margin, std::max(0, client.width - left - margin), height}, measure);
+}
+
+} // namespace orv::editor

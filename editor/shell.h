@@ -1,0 +1,44 @@
+#pragma once
+// The widgets round the pages, and where they stand.
+#include "controls/form.h"
+#include "controls/layout.h"
+#include "controls/simple_widgets.h"
+#include "controls/tree.h"
+
+namespace orv::editor {
+
+class Shell {
+  public:
+    /// Adds what comes before the pages in reading order. The form outlives the shell.
+    explicit Shell(controls::Form& form);
+    /// Adds what comes behind the pages.
+    void AddBottom();
+
+    /// Everything but the pages. Answers the area that the pages share.
+    controls::Rect Layout(controls::Size client, const controls::TextMeasure& measure);
+
+    controls::Form& form;
+    controls::Tree& tvw;
+    controls::Label& lblPage;
+    controls::Label& lblDevice;
+    controls::Label& lblTarget; ///< warns of another device than the one read
+    controls::Frame* fraDesign = nullptr;
+    controls::Frame* picBottom = nullptr;
+    controls::Label* lblHint = nullptr;
+    controls::CheckBox* chkNoInteractive = nullptr;
+    controls::Button* cmdOK = nullptr;
+    controls::Button* cmdCancel = nullptr;
+    controls::Button* cmdApply = nullptr;
+
+  private:
+    void AddButtons();
+    int LayoutBottom(controls::Size client, const controls::TextMeasure& measure);
+    controls::Rect LayoutHead(const controls::Rect& right, const controls::TextMeasure& measure);
+
+    controls::LayoutPtr bottom_;
+};
+
+/// A text of any length on a label that cuts it: the tool tip is the whole.
+void ShowCut(controls::Label& label, const std::wstring& text);
+
+} // namespace orv::editor
