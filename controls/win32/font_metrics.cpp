@@ -17,7 +17,8 @@ OwnedFont MessageFont(int dpi) {
 
 } // namespace
 
-FontMetrics::FontMetrics() : font_(MessageFont(dpi_)) {
+FontMetrics::FontMetrics() {
+    font_ = MessageFont(dpi_);
     Measure();
 }
 
