@@ -59,7 +59,9 @@ AddOn::AddOn(ProcessState& state, Container& container) : state_(state), contain
         *this);
 }
 
-AddOn::~AddOn() { Terminate(); }
+AddOn::~AddOn() {
+    Terminate();
+}
 
 void AddOn::CurrentClusterIndex(std::int16_t index) {
     state_.current.cluster = index;
@@ -81,7 +83,9 @@ void AddOn::Register(std::shared_ptr<device::HostApplication> application) {
     state_.application = std::move(application);
 }
 
-void AddOn::Unregister() { state_.application.reset(); }
+void AddOn::Unregister() {
+    state_.application.reset();
+}
 
 bool AddOn::RequestUnload() {
     bool userMode = true;

@@ -38,11 +38,12 @@ class AddOn : private editor::Commands {
     void Activate();
     bool RequestUnload();
 
-    /// The control became visible. A control made visible again after the slave question does not come here twice: see Activate.
+    /// The control became visible. A control made visible again after the slave question does not come here twice: see
+    /// Activate.
     void Show();
 
-    /// Releases everything. Called from inside a wait it wakes the wait and puts the releases off until the outermost call has
-    /// returned; `Terminated` says when they are done, `whenTerminated` is called then.
+    /// Releases everything. Called from inside a wait it wakes the wait and puts the releases off until the outermost
+    /// call has returned; `Terminated` says when they are done, `whenTerminated` is called then.
     void Terminate();
     bool Terminated() const { return terminated_; }
     bool Busy() const { return depth_ > 0; }

@@ -1,6 +1,7 @@
 #pragma once
-// The host's objects as the product needs them, abstract. Implemented by the adapters over the host's COM objects and by
-// the portable bench host. All calls come on the user-interface thread; each may raise orv::Error with the host's number.
+// The host's objects as the product needs them, abstract. Implemented by the adapters over the host's COM objects and
+// by the portable bench host. All calls come on the user-interface thread; each may raise orv::Error with the host's
+// number.
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -18,7 +18,8 @@ struct MIBParameter {
     Value value;
 };
 
-/// Keeps the target that was current when it was made or cleared, so that a host which changes the device index in mid-save does no harm.
+/// Keeps the target that was current when it was made or cleared, so that a host which changes the device index in
+/// mid-save does no harm.
 class MIBParamCache {
   public:
     explicit MIBParamCache(DeviceState& state);

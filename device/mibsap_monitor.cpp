@@ -13,7 +13,9 @@ constexpr std::int32_t kTryAgain = 309;
 constexpr int kConnectAttempts = 5;
 constexpr int kTransientFailures = 6;
 
-bool IsTransient(std::int32_t code) { return code == kBusy || code == kTryAgain; }
+bool IsTransient(std::int32_t code) {
+    return code == kBusy || code == kTryAgain;
+}
 
 } // namespace
 
@@ -51,11 +53,19 @@ class COrvMIBSAPMonitor::Sink : public MibSapEvents {
 COrvMIBSAPMonitor::COrvMIBSAPMonitor(DeviceState& state, const Target& target)
     : state_(state), target_(target), sink_(std::make_shared<Sink>(state.platform.debug)) {}
 
-COrvMIBSAPMonitor::~COrvMIBSAPMonitor() { sink_->Silence(); }
+COrvMIBSAPMonitor::~COrvMIBSAPMonitor() {
+    sink_->Silence();
+}
 
-std::int32_t COrvMIBSAPMonitor::LastError() const { return sink_->lastError; }
-COrvMIBSAPMonitor::Status COrvMIBSAPMonitor::State() const { return sink_->status; }
-void COrvMIBSAPMonitor::Log(const std::wstring& line) { state_.platform.debug.Line(line); }
+std::int32_t COrvMIBSAPMonitor::LastError() const {
+    return sink_->lastError;
+}
+COrvMIBSAPMonitor::Status COrvMIBSAPMonitor::State() const {
+    return sink_->status;
+}
+void COrvMIBSAPMonitor::Log(const std::wstring& line) {
+    state_.platform.debug.Line(line);
+}
 
 void COrvMIBSAPMonitor::WaitWhile(bool (*waiting)(Status)) {
     const auto sink = sink_;

@@ -74,7 +74,9 @@ std::wstring ParameterAccess::BytesToString(const Bytes& bytes) {
     return state_.Support().BytesToText(bytes, kBytesToWide, kUsEnglish);
 }
 
-void ParameterAccess::Write(const std::wstring& path, const Value& value) { Write(path, value, state_.current); }
+void ParameterAccess::Write(const std::wstring& path, const Value& value) {
+    Write(path, value, state_.current);
+}
 
 void ParameterAccess::Write(const std::wstring& path, const Value& value, const Target& target) {
     state_.platform.debug.Line(L"  Writing " + path + L" = " + LogForm(value) + L"...");
@@ -126,7 +128,9 @@ std::wstring ParameterAccess::BytesToDisplayText(const Value& value, BytesForm f
     return result;
 }
 
-Bytes ParameterAccess::HexTextToBytes(const std::wstring& digits) { return text::FromHex(digits); }
+Bytes ParameterAccess::HexTextToBytes(const std::wstring& digits) {
+    return text::FromHex(digits);
+}
 
 Description ParameterAccess::Describe(std::int32_t number, bool& present) {
     const auto table = Table(state_.current);

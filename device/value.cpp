@@ -10,7 +10,9 @@ struct Overloaded : Cases... {
     using Cases::operator()...;
 };
 
-[[noreturn]] void RaiseMismatch() { throw Error(error_number::kTypeMismatch); }
+[[noreturn]] void RaiseMismatch() {
+    throw Error(error_number::kTypeMismatch);
+}
 
 /// Decimal number with optional sign and surrounding blanks; nothing else reads as a number.
 std::int64_t ParseDecimal(const std::wstring& text) {
@@ -52,11 +54,21 @@ Number Narrow(std::int64_t number) {
 
 } // namespace
 
-std::int32_t ToInt32(const Value& value) { return Narrow<std::int32_t>(ToNumber(value)); }
-std::int16_t ToInt16(const Value& value) { return Narrow<std::int16_t>(ToNumber(value)); }
-std::uint8_t ToByte(const Value& value) { return Narrow<std::uint8_t>(ToNumber(value)); }
-bool ToBool(const Value& value) { return ToNumber(value) != 0; }
-std::int16_t CheckedInt16(std::int64_t number) { return Narrow<std::int16_t>(number); }
+std::int32_t ToInt32(const Value& value) {
+    return Narrow<std::int32_t>(ToNumber(value));
+}
+std::int16_t ToInt16(const Value& value) {
+    return Narrow<std::int16_t>(ToNumber(value));
+}
+std::uint8_t ToByte(const Value& value) {
+    return Narrow<std::uint8_t>(ToNumber(value));
+}
+bool ToBool(const Value& value) {
+    return ToNumber(value) != 0;
+}
+std::int16_t CheckedInt16(std::int64_t number) {
+    return Narrow<std::int16_t>(number);
+}
 
 std::wstring ToText(const Value& value) {
     return std::visit(Overloaded{[](std::monostate) { return std::wstring(); },
@@ -73,13 +85,12 @@ Bytes ToBytes(const Value& value) {
 }
 
 WireType TypeOf(const Value& value) {
-    return std::visit(Overloaded{[](std::monostate) -> WireType { RaiseMismatch(); },
-                                 [](std::int16_t) { return WireType::Int16; },
-                                 [](std::int32_t) { return WireType::Int32; },
-                                 [](std::uint8_t) { return WireType::Byte; },
-                                 [](const std::wstring&) { return WireType::Text; },
-                                 [](const Bytes&) { return WireType::ByteArray; }},
-                      value);
+    return std::visit(
+        Overloaded{[](std::monostate) -> WireType { RaiseMismatch(); }, [](std::int16_t) { return WireType::Int16; },
+                   [](std::int32_t) { return WireType::Int32; }, [](std::uint8_t) { return WireType::Byte; },
+                   [](const std::wstring&) { return WireType::Text; },
+                   [](const Bytes&) { return WireType::ByteArray; }},
+        value);
 }
 
 Value Convert(const Value& value, WireType type) {

@@ -32,7 +32,8 @@ class KeyedCollection {
     Member& Insert(std::int32_t position, std::unique_ptr<Member> member, const std::wstring& key = {}) {
         if (PositionOf(key) != 0)
             throw Error(error_number::kInvalidArgument);
-        const auto at = position > Count() ? slots_.end() : slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
+        const auto at =
+            position > Count() ? slots_.end() : slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
         return *slots_.insert(at, Slot{key, std::move(member)})->member;
     }
     Member& Append(std::unique_ptr<Member> member, const std::wstring& key = {}) {

@@ -23,8 +23,9 @@ enum Parameter : std::int32_t {
 };
 
 constexpr const wchar_t* kDefaultTransports[] = {
-    L"SerMain",   L"SerAux",     L"DeviceNet",  L"Profibus",     L"EmailClient",  L"EthernetIP",  L"ProfiNet",    L"FTPClient",
-    L"FTPServer", L"HTTPClient", L"HTTPServer", L"ModbusClient", L"SystemSocket", L"UserSocket1", L"UserSocket2", L"UserSocket3",
+    L"SerMain",      L"SerAux",      L"DeviceNet",   L"Profibus",    L"EmailClient", L"EthernetIP",
+    L"ProfiNet",     L"FTPClient",   L"FTPServer",   L"HTTPClient",  L"HTTPServer",  L"ModbusClient",
+    L"SystemSocket", L"UserSocket1", L"UserSocket2", L"UserSocket3",
 };
 
 /// Element `index` (0-based) of a comma-separated list, or nothing past its end. Elements are taken as they are.
@@ -83,7 +84,9 @@ void OutFormatConfig::CustomCodeID(int index, std::wstring text) {
     customCodes_[static_cast<std::size_t>(index)].text = std::move(text);
 }
 
-bool OutFormatConfig::CustomCodeIDDefined(int index) const { return CustomCodeAt(index).defined; }
+bool OutFormatConfig::CustomCodeIDDefined(int index) const {
+    return CustomCodeAt(index).defined;
+}
 
 void OutFormatConfig::Reload() {
     ParameterAccess access(state_);
@@ -115,13 +118,15 @@ void OutFormatConfig::ReadTransports() {
     transportDescription_ = access.ReadText(kTransportDescription);
 }
 
-/// Entry `position` of the masks, one a device model, in hexadecimal. All transports when it is not there or does not read.
+/// Entry `position` of the masks, one a device model, in hexadecimal. All transports when it is not there or does not
+/// read.
 std::int32_t OutFormatConfig::ParseMask(const std::wstring& masks, std::int64_t position) {
     std::wstring digits;
     if (position < 0 || !ListElement(masks, static_cast<std::size_t>(position), digits))
         return kAllTransports;
     digits = Trimmed(digits);
-    if (digits.empty() || digits.size() > 8 || digits.find_first_not_of(L"0123456789abcdefABCDEF") != std::wstring::npos)
+    if (digits.empty() || digits.size() > 8 ||
+        digits.find_first_not_of(L"0123456789abcdefABCDEF") != std::wstring::npos)
         return kAllTransports;
     return static_cast<std::int32_t>(std::stoul(digits, nullptr, 16));
 }
@@ -158,7 +163,8 @@ void OutFormatConfig::ReportFailedSave(std::int32_t sapError) {
     platform::MessageBox box;
     if (sapError != 0)
         box.text = text::Load(Id::SaveFailed) + L"\n" + text::Load(Id::MibSapError) + std::to_wstring(sapError);
-    else if (state_.lastTransportError != 0) // never cleared: it may stem from an earlier save, and is shown all the same
+    else if (state_.lastTransportError !=
+             0) // never cleared: it may stem from an earlier save, and is shown all the same
         box.text = text::Load(Id::CommunicationError) + std::to_wstring(state_.lastTransportError);
     else
         return;

@@ -1,0 +1,75 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "platform/guarded.h"
+
+namespace orv::platform {
+namespace {
+
+class Boxes : public MessageBoxes {
+  public:
+    Answer Show(const MessageBox& box) override {
+        if (noMemory)
+            throw std::bad_alloc();
+        shown.push_back(box);
+        return Answer::Ok;
+    }
+    void Beep() override { ++beeps; }
+    void Close() override {}
+    std::vector<MessageBox> shown;
+    bool noMemory = false;
+    int beeps = 0;
+};
+
+TEST(Guarded, NamesTheHandlerWithNumberAndDescription) {
+    Boxes boxes;
+    EXPECT_FALSE(Guarded(boxes, L"AddOnControl.cmdApply_Click", [] { throw Error(9); }));
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0].text, L"AddOnControl.cmdApply_Click\n9: Subscript out of range");
+    EXPECT_EQ(boxes.shown[0].title, L"Output Format Addon");
+}
+
+TEST(Guarded, KeepsQuietOfAbandonedWaitsAndSurvivesEverythingElse) {
+    Boxes boxes;
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw WaitAbandoned{}; }));
+    EXPECT_TRUE(boxes.shown.empty());
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::bad_alloc(); }));
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::runtime_error("odd"); }));
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw 3; }));
+    EXPECT_THAT(boxes.shown, testing::SizeIs(2));
+    EXPECT_EQ(boxes.shown[0].text, L"A.b\n7: Out of memory");
+    boxes.noMemory = true;
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
+    EXPECT_EQ(boxes.beeps, 2);
+}
+
+TEST(Restoring, RunsOnEveryWayOutAndNeverReplacesAnErrorInFlight) {
+    int restored = 0;
+    {
+        const Restoring guard([&] { ++restored; });
+    }
+    EXPECT_THROW(
+        {
+            const Restoring guard([&] {
+                ++restored;
+                throw Error(6);
+            });
+        },
+        Error);
+    try {
+        const Restoring guard([&] {
+            ++restored;
+            throw Error(6);
+        });
+        throw Error(9);
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Number(), 9);
+    }
+    EXPECT_EQ(restored, 3);
+}
+
+} // namespace
+} // namespace orv::platform
