@@ -32,7 +32,7 @@ void AppendEscaped(std::string& line, wchar_t c) {
 }
 
 bool NeedsEscape(wchar_t c) {
-    return (c >= 0 && c <= L' ') || c == L'\\' || c == 0x7F;
+    return static_cast<char32_t>(c) <= U' ' || c == L'\\' || c == 0x7F;
 }
 
 std::string Escape(std::wstring_view field) {

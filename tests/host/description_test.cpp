@@ -1,0 +1,132 @@
+#include <fstream>
+#include <iterator>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/sim/description.h"
+#include "sim_fixture.h"
+
+namespace orv::sim::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+std::string ReadFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+/// A file with one device and these parameters.
+std::string FileWith(const std::string& parameters) {
+    return R"({"accessLevel":3,"clusters":[{"index":0,"description":"c"}],"devices":[{"cluster":0,"device":0,)"
+           R"("description":"d","parameters":[)" +
+           parameters + "]}]}";
+}
+
+std::string OneParameter(const std::string& type, const std::string& values, const std::string& more = "") {
+    return R"({"number":5,"path":"/A","type":")" + type + R"(","level":0,"elementCount":1,)" + more + R"("values":[)" +
+           values + "]}";
+}
+
+std::string LineOf(const std::string& text) {
+    try {
+        ParseDescription(text, "bad.json");
+    } catch (const FileError& error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+struct BadFile {
+    std::string text;
+    std::string pointer;
+    std::string reason;
+};
+
+TEST(Description, NamesFilePlaceAndReasonOfABadFile) {
+    const std::string a = OneParameter("int16", "1");
+    const BadFile cases[] = {
+        {"", ": /: ", "not JSON"},
+        {"{\"accessLevel\":", ": /: ", "not JSON"},
+        {"[]", ": /: ", "type"},
+        {R"({"accessLevel":4,"clusters":[],"devices":[]})", "/accessLevel: ", ""},
+        {R"({"accessLevel":3,"clusters":[]})", ": /: ", "devices"},
+        {FileWith(a + "," + a), "/devices/0/parameters/1/number: ", "parameter 5"},
+        {FileWith(a + R"(,{"number":6,"path":"/A","type":"byte","level":0,"elementCount":1,"values":[1]})"),
+         "/devices/0/parameters/1/path: ", "/A"},
+        {FileWith(OneParameter("int8", "1")), "/devices/0/parameters/0/type: ", ""},
+        {FileWith(OneParameter("int16", "32768")), "/devices/0/parameters/0/values/0: ", "does not fit"},
+        {FileWith(OneParameter("int32", "18446744073709551615")), "/devices/0/parameters/0/values/0: ", "fit"},
+        {FileWith(OneParameter("int32", "-2147483649")), "/devices/0/parameters/0/values/0: ", "does not fit"},
+        {FileWith(OneParameter("byte", "-1")), "/devices/0/parameters/0/values/0: ", "does not fit"},
+        {FileWith(OneParameter("byte", "\"1\"")), "/devices/0/parameters/0/values/0: ", "number"},
+        {FileWith(OneParameter("text", "1")), "/devices/0/parameters/0/values/0: ", "text"},
+        {FileWith(OneParameter("bytes", "\"0G\"")), "/devices/0/parameters/0/values/0: ", "hexadecimal"},
+        {FileWith(OneParameter("bytes", "\"012\"")), "/devices/0/parameters/0/values/0: ", "hexadecimal"},
+        {FileWith(OneParameter("int16", "1,2")), "/devices/0/parameters/0/values: ", "2 values for 1"},
+        {FileWith(OneParameter("int16", "1", R"("minimum":3,)")), "/devices/0/parameters/0: ", "maximum"},
+        {FileWith(OneParameter("int16", "1", R"("minimum":3,"maximum":2,)")), "/parameters/0/minimum: ", "above"},
+        {FileWith(OneParameter("int16", "1", R"("colour":3,)")), "/devices/0/parameters/0: ", "colour"},
+        {FileWith(OneParameter("int16", "1", R"("enumeration":[{"value":1}],)")),
+         "/devices/0/parameters/0/enumeration/0: ", "label"},
+        {R"({"accessLevel":3,"clusters":[],"devices":[{"cluster":0,"device":0,"description":"","parameters":[]}]})",
+         "/devices/0/cluster: ", "no such cluster"},
+    };
+    for (const BadFile& bad : cases)
+        EXPECT_THAT(LineOf(bad.text), AllOf(StartsWith("bad.json: "), HasSubstr(bad.pointer), HasSubstr(bad.reason),
+                                            Not(HasSubstr("\n"))))
+            << bad.text;
+}
+
+TEST(Description, NamesAFileThatIsNotThere) {
+    EXPECT_THROW(
+        {
+            try {
+                LoadDescription(Sample("no-such.json"));
+            } catch (const FileError& error) {
+                EXPECT_THAT(error.what(), HasSubstr("no-such.json: "));
+                throw;
+            }
+        },
+        FileError);
+    EXPECT_THROW(LoadDescription(Sample("")), FileError) << "a folder";
+}
+
+TEST(Description, SamplesComeBackByteForByte) {
+    for (const char* name : {"conveyor.json", "tunnel.json", "tiny.json"}) {
+        const SystemDescription system = LoadDescription(Sample(name));
+        EXPECT_EQ(FormatDescription(system), ReadFile(Sample(name))) << name;
+        EXPECT_EQ(system.devices.at(0).parameters.size(), 100U) << name;
+    }
+}
+
+TEST(Description, SavingReplacesTheFileAndLeavesNothingBeside) {
+    const std::filesystem::path folder = std::filesystem::path(::testing::TempDir()) / "orv-description";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    const std::filesystem::path file = folder / "system.json";
+    std::ofstream(file) << "old";
+
+    SystemDescription system = SmallSystem();
+    // Each kind of character that a text file could spoil.
+    system.devices[0].description = L"\u00FC \u20AC \"\\/ \t\n\x1d\x7f";
+    system.devices[0].parameters[0].details.choices = {{-1, L"yes"}, {0, L""}};
+    system.devices[0].parameters[0].details.hasRange = true;
+    system.devices[0].parameters[0].details.minimum = INT32_MIN;
+    SaveDescription(system, file);
+    EXPECT_EQ(LoadDescription(file), system);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+
+    EXPECT_THROW(SaveDescription(system, folder / "missing" / "x.json"), FileError);
+    std::filesystem::create_directories(folder / "taken" / "inside");
+    EXPECT_THROW(SaveDescription(system, folder / "taken"), FileError);
+    EXPECT_FALSE(std::filesystem::exists(folder / "taken.new")) << "a failed save leaves nothing behind";
+    std::filesystem::remove_all(folder);
+}
+
+} // namespace
+} // namespace orv::sim::testing
