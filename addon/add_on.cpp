@@ -56,7 +56,7 @@ AddOn::AddOn(ProcessState& state, Container& container) : state_(state), contain
                 throw Error(error_number::kObjectNotSet);
             return *state_.root;
         },
-        *this);
+        static_cast<editor::Commands&>(*this));
 }
 
 AddOn::~AddOn() {

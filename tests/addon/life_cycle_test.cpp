@@ -1,0 +1,177 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/addon/session.h"
+
+namespace orv::addon {
+namespace {
+
+using platform::Answer;
+using test::Session;
+
+TEST(LifeCycle, RunsFromCreationToTheDevice) {
+    Session session;
+    EXPECT_EQ(session.addOn->GetResult(), -1);
+    session.Begin();
+    EXPECT_EQ(session.bench.host.Application()->caption, L"Output Format Addon");
+    EXPECT_EQ(session.bench.state.current.accessLevel, session.bench.host.AccessLevel());
+    EXPECT_EQ(session.bench.state.progressOwner, 77);
+    EXPECT_EQ(session.addOn->GetResult(), -1);
+    session.addOn->Activate();
+    EXPECT_EQ(session.addOn->GetResult(), 2);
+    EXPECT_TRUE(session.Boxes().empty());
+    EXPECT_FALSE(session.Widget(L"cmdApply").Enabled());
+    EXPECT_FALSE(session.Widget(L"cmdOK").Enabled());
+    EXPECT_TRUE(session.Widget(L"fraCodeDef").Visible());
+    EXPECT_FALSE(session.Widget(L"fraFormatDef").Visible());
+
+    session.Edit();
+    EXPECT_TRUE(session.Widget(L"cmdApply").Enabled());
+    session.Press(L"cmdApply");
+    EXPECT_TRUE(session.Boxes().empty());
+    EXPECT_EQ(session.addOn->GetResult(), 1);
+    EXPECT_FALSE(session.Widget(L"cmdApply").Enabled());
+    EXPECT_TRUE(session.container.sawDisabled);
+    EXPECT_TRUE(session.container.enabled);
+    const auto header = std::get<Bytes>(session.OnDevice(6));
+    EXPECT_TRUE(std::find(header.begin(), header.end(), 2) != header.end());
+    EXPECT_EQ(session.OnDevice(6), session.InHost(6));
+    EXPECT_EQ(session.OnDevice(7), session.InHost(7));
+
+    session.addOn->Unregister();
+    session.addOn->Terminate();
+    EXPECT_TRUE(session.addOn->Terminated());
+    EXPECT_EQ(session.bench.host.OpenConfigurations(), 0);
+    EXPECT_EQ(session.bench.state.root, nullptr);
+}
+
+TEST(LifeCycle, ShowBeforeEnableDoesNothing) {
+    Session session;
+    session.addOn->Register(session.bench.host.Application());
+    session.addOn->Show();
+    EXPECT_EQ(session.bench.host.Gate().Count(), 0);
+    EXPECT_EQ(session.bench.state.calls.Count(), 0);
+}
+
+TEST(LifeCycle, ASecondShowHandsTheFirstConfigurationBack) {
+    Session session;
+    session.Begin();
+    session.bench.host.Gate().KeepLog(true);
+    session.addOn->Show();
+    EXPECT_EQ(session.bench.host.OpenConfigurations(), 1);
+    EXPECT_EQ(session.bench.host.Gate().Count("HostFactory.CreateConfigurationManager"), 0);
+    EXPECT_TRUE(session.bench.state.calls.Flag());
+    EXPECT_TRUE(session.Widget(L"fraDesign").Enabled());
+    EXPECT_FALSE(session.Widget(L"fraDesign").Visible());
+}
+
+TEST(LifeCycle, TheSlaveQuestionComesWithEachActivation) {
+    Session session("tunnel.json", {}, 2);
+    session.Begin();
+    bool visibleWhileAsked = true;
+    session.bench.platform.boxes.whileOpen = [&](const platform::MessageBox&) {
+        visibleWhileAsked = session.container.visible;
+    };
+    session.bench.platform.boxes.answers = {Answer::No, Answer::Yes, Answer::Yes};
+    session.addOn->Activate();
+    ASSERT_EQ(session.Boxes().size(), 1U);
+    EXPECT_EQ(session.Boxes()[0].text,
+              L"You are about to edit Data Format parameters for a Slave Device. Do you want to continue?");
+    EXPECT_EQ(session.Boxes()[0].title, L"Warning");
+    EXPECT_EQ(session.Boxes()[0].buttons, platform::Buttons::YesNo);
+    EXPECT_FALSE(visibleWhileAsked);
+    EXPECT_EQ(session.bench.host.Application()->closeCount, 1);
+    EXPECT_EQ(session.addOn->GetResult(), -1);
+
+    session.addOn->Activate();
+    EXPECT_TRUE(session.container.visible);
+    EXPECT_EQ(session.addOn->GetResult(), 2);
+    session.bench.host.Gate().KeepLog(true);
+    session.addOn->Activate();
+    EXPECT_EQ(session.Boxes().size(), 3U);
+    EXPECT_EQ(session.bench.host.Gate().Count("ParameterTable.FindByNumber"), 0) << "loaded once";
+}
+
+TEST(LifeCycle, ALoadThatFailsIsTriedAgain) {
+    Session session;
+    session.Begin();
+    session.bench.host.Gate().FailNamed("ParameterTable.GetValue", 5, -7, L"host is busy", 100000);
+    session.addOn->Activate();
+    ASSERT_FALSE(session.Boxes().empty());
+    EXPECT_EQ(session.Boxes()[0].text, L"AddOnControl.IAddOnGUI_Activate\n-7: host is busy");
+    EXPECT_EQ(session.addOn->GetResult(), -1);
+    session.bench.host.Gate().Reset();
+    session.addOn->Activate();
+    EXPECT_EQ(session.addOn->GetResult(), 2);
+}
+
+TEST(LifeCycle, ApplyToTheConfigurationOnlyLeavesTheDeviceAlone) {
+    Session session;
+    session.Start();
+    session.Edit();
+    dynamic_cast<controls::CheckBox&>(session.Widget(L"chkNoInteractive")).Toggle();
+    const auto before = session.OnDevice(6);
+    session.Press(L"cmdApply");
+    EXPECT_EQ(session.OnDevice(6), before);
+    EXPECT_NE(session.InHost(6), before);
+    EXPECT_EQ(session.bench.device->AnsweredCount(), 0);
+}
+
+TEST(LifeCycle, OkSavesToTheConfigurationAndClosesAndCancelOnlyCloses) {
+    Session session;
+    session.Start();
+    session.Edit();
+    const auto before = session.InHost(7);
+    session.Press(L"cmdCancel");
+    EXPECT_EQ(session.InHost(7), before);
+    EXPECT_EQ(session.bench.host.Application()->closeCount, 1);
+    session.Press(L"cmdOK");
+    EXPECT_NE(session.InHost(7), before);
+    EXPECT_EQ(session.OnDevice(7), before);
+    EXPECT_EQ(session.bench.host.Application()->closeCount, 2);
+}
+
+TEST(LifeCycle, OkWhoseSaveRaisesStaysOpen) {
+    Session session;
+    session.Start();
+    session.Edit();
+    session.bench.host.Gate().FailNamed("ParameterTable.SetValue", 2, -9, L"read-only");
+    session.Press(L"cmdOK");
+    ASSERT_EQ(session.Boxes().size(), 1U);
+    EXPECT_EQ(session.Boxes()[0].text, L"AddOnControl.cmdOK_Click\n-9: read-only");
+    EXPECT_EQ(session.bench.host.Application()->closeCount, 0);
+    EXPECT_TRUE(session.Widget(L"cmdApply").Enabled());
+    EXPECT_TRUE(session.container.enabled);
+}
+
+TEST(LifeCycle, AFailedApplyKeepsTheChangesAndSaysHowFarItCame) {
+    sim::FaultPlan faults;
+    faults.sets.push_back({L"#3", 310, 1});
+    Session session("tiny.json", faults);
+    session.Start();
+    session.Edit();
+    session.Press(L"cmdApply");
+    ASSERT_EQ(session.Boxes().size(), 1U);
+    EXPECT_TRUE(session.Widget(L"cmdApply").Enabled());
+    EXPECT_EQ(session.addOn->GetResult(), 1);
+    EXPECT_THAT(session.Widget(L"lblHint").Caption(), testing::HasSubstr(L"2 of "));
+    session.Press(L"cmdApply");
+    EXPECT_EQ(session.Boxes().size(), 1U);
+    EXPECT_EQ(session.OnDevice(6), session.InHost(6));
+}
+
+TEST(LifeCycle, SurvivesBeingDestroyedWithoutBeingShown) {
+    Session session;
+    session.addOn.reset();
+    EXPECT_EQ(session.bench.host.Gate().Count(), 0);
+}
+
+TEST(LifeCycle, RequestUnloadAnswersTheContainer) {
+    Session session;
+    EXPECT_TRUE(session.addOn->RequestUnload());
+    session.container.userMode = false;
+    EXPECT_FALSE(session.addOn->RequestUnload());
+}
+
+} // namespace
+} // namespace orv::addon
