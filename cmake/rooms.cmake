@@ -14,7 +14,7 @@ if(WIN32)
   target_compile_options(orv_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-gdwarf-4;-fstack-protector-strong>)
   target_compile_definitions(orv_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00 _GLIBCXX_ASSERTIONS)
-  target_link_options(orv_options INTERFACE -static -Wl,--no-insert-timestamp,--enable-stdcall-fixup,--dynamicbase,--nxcompat)
+  target_link_options(orv_options INTERFACE -static -fstack-protector-strong -Wl,--no-insert-timestamp,--enable-stdcall-fixup,--dynamicbase,--nxcompat)
 endif()
 
 # orv_room(name SOURCES file... [USES target...])
