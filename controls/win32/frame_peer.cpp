@@ -78,9 +78,9 @@ void FramePeer::MirrorScroll() {
         if (has != wanted)
             ShowScrollBar(Window(), bar, wanted);
     };
-    const Rect bounds = frame_.Bounds();
-    show(SB_VERT, frame_.ScrollsDown(), frame_.ContentSize().height, bounds.height, frame_.Scroll().y);
-    show(SB_HORZ, frame_.ScrollsAcross(), frame_.ContentSize().width, bounds.width, frame_.Scroll().x);
+    const Size view = frame_.View();
+    show(SB_VERT, frame_.ScrollsDown(), frame_.ContentSize().height, view.height, frame_.Scroll().y);
+    show(SB_HORZ, frame_.ScrollsAcross(), frame_.ContentSize().width, view.width, frame_.Scroll().x);
 }
 
 void FramePeer::ScrollBy(int bar, WPARAM wparam) {
@@ -92,7 +92,7 @@ void FramePeer::ScrollBy(int bar, WPARAM wparam) {
     Point to = frame_.Scroll();
     int& position = down ? to.y : to.x;
     const int line = 2 * Host().LineHeight();
-    const int page = (down ? frame_.Bounds().height : frame_.Bounds().width) - line;
+    const int page = (down ? frame_.View().height : frame_.View().width) - line;
     switch (LOWORD(wparam)) {
     case SB_LINEUP:
         position -= line;
@@ -130,7 +130,7 @@ LRESULT FramePeer::Wheel(WPARAM wparam, LPARAM lparam) {
     wheel_ -= notches * WHEEL_DELTA;
     UINT lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-    const int step = lines == WHEEL_PAGESCROLL ? frame_.Bounds().height : static_cast<int>(lines) * Host().LineHeight();
+    const int step = lines == WHEEL_PAGESCROLL ? frame_.View().height : static_cast<int>(lines) * Host().LineHeight();
     frame_.ScrollTo({frame_.Scroll().x, frame_.Scroll().y - notches * step});
     return 0;
 }
