@@ -1,0 +1,179 @@
+#include "addon/com/control_window.h"
+
+#include "addon/com/failure.h"
+#include "platform/win32/module.h"
+
+namespace orv::addon::com {
+namespace {
+
+constexpr wchar_t kClass[] = L"OrvOutFormat.AddOnControl";
+
+// A component may be loaded again at another address: its class must not outlive its windows.
+void RegisterWindowClass(WNDPROC procedure) {
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.style = CS_DBLCLKS;
+    description.lpfnWndProc = procedure;
+    description.hInstance = platform::win32::OwnModule();
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kClass;
+    if (!RegisterClassExW(&description) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS)
+        throw SystemError(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+} // namespace
+
+ControlWindow::ControlWindow(editor::Editor& editor, const platform::win32::ActivationContext& context, Hooks hooks)
+    : editor_(editor), context_(context), hooks_(std::move(hooks)), clipboard_([this] { return window_; }),
+      peers_(editor.Form(), context,
+             {hooks_.activate, [this] { Layout(); },
+              [this](MSG& message, bool) { return hooks_.passOn && hooks_.passOn(message); }}) {
+    editor_.Form().SetClipboard(&clipboard_);
+    editor_.bottomPanelWindow = [this] { return reinterpret_cast<device::WindowHandle>(peers_.WindowOf(L"picBottom")); };
+}
+
+ControlWindow::~ControlWindow() {
+    Destroy();
+    editor_.bottomPanelWindow = nullptr;
+    editor_.Form().SetClipboard(nullptr);
+    UnregisterClassW(kClass, platform::win32::OwnModule());
+}
+
+void ControlWindow::Create(HWND parent, const RECT& position) {
+    RegisterWindowClass(&ControlWindow::Procedure);
+    {
+        const platform::win32::ActivationScope active(context_);
+        CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, position.left,
+                        position.top, position.right - position.left, position.bottom - position.top, parent, nullptr,
+                        platform::win32::OwnModule(), this);
+    }
+    if (!window_)
+        throw SystemError(HRESULT_FROM_WIN32(GetLastError()));
+    peers_.Attach(window_);
+}
+
+void ControlWindow::Destroy() {
+    if (window_)
+        DestroyWindow(window_);
+}
+
+void ControlWindow::Place(const RECT& position, const RECT* clip) {
+    if (!window_)
+        return;
+    RECT shown = position;
+    // An empty clip is what containers give that have not thought of one.
+    if (clip && !IsRectEmpty(clip) && IntersectRect(&shown, &position, clip) && !EqualRect(&shown, &position)) {
+        OffsetRect(&shown, -position.left, -position.top);
+        SetWindowRgn(window_, CreateRectRgnIndirect(&shown), TRUE);
+    } else {
+        SetWindowRgn(window_, nullptr, TRUE);
+    }
+    SetWindowPos(window_, nullptr, position.left, position.top, position.right - position.left,
+                 position.bottom - position.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ControlWindow::Show(bool visible) {
+    if (window_ && Shown() != visible)
+        ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+bool ControlWindow::Shown() const {
+    return window_ && (GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void ControlWindow::Enable(bool enabled) {
+    if (!window_)
+        return;
+    if (!enabled)
+        focusLost_ = focusLost_ || HasFocus();
+    EnableWindow(window_, enabled);
+    // A disabled window loses the focus; whoever was typing goes on where they were.
+    if (enabled && std::exchange(focusLost_, false) && GetFocus() == nullptr)
+        TakeFocus();
+}
+
+bool ControlWindow::HasFocus() const {
+    const HWND focus = GetFocus();
+    return window_ && focus && (focus == window_ || IsChild(window_, focus));
+}
+
+void ControlWindow::TakeFocus() {
+    if (window_)
+        peers_.TakeFocus();
+}
+
+void ControlWindow::Layout() {
+    RECT client{};
+    if (window_ && GetClientRect(window_, &client))
+        editor_.Resize({client.right, client.bottom}, peers_);
+}
+
+LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+        self->window_ = window;
+    }
+    auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self)
+        return DefWindowProcW(window, message, wparam, lparam);
+    try {
+        return self->Handle(window, message, wparam, lparam);
+    } catch (...) {
+        if (self->hooks_.failed)
+            self->hooks_.failed();
+        return 0;
+    }
+}
+
+LRESULT ControlWindow::Handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == controls::win32::PeerHost::FindMessage())
+        if (const auto found = Find(wparam, lparam))
+            return *found;
+    if (const auto done = peers_.HandleControlMessage(message, wparam, lparam))
+        return *done;
+    switch (message) {
+    case WM_SIZE:
+        if (peers_.Attached())
+            Layout();
+        return 0;
+    case WM_MOUSEACTIVATE:
+        if (hooks_.activate)
+            hooks_.activate();
+        break;
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_PAINT:
+        Paint(window);
+        return 0;
+    case WM_DESTROY:
+        // Also when the container destroys its own window under an active control.
+        peers_.Detach();
+        return 0;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        window_ = nullptr;
+        break;
+    default:
+        break;
+    }
+    return DefWindowProcW(window, message, wparam, lparam);
+}
+
+// Other processes name a window by a global atom; atoms of this process are the peers' own business.
+std::optional<LRESULT> ControlWindow::Find(WPARAM atom, LPARAM index) const {
+    wchar_t name[256] = {};
+    if (GlobalGetAtomNameW(static_cast<ATOM>(atom), name, ARRAYSIZE(name)) == 0)
+        return std::nullopt;
+    const HWND found = peers_.WindowOf(name, static_cast<int>(index));
+    return found ? std::optional(reinterpret_cast<LRESULT>(found)) : std::nullopt;
+}
+
+void ControlWindow::Paint(HWND window) const {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(window, &paint);
+    FillRect(dc, &paint.rcPaint, GetSysColorBrush(COLOR_BTNFACE));
+    EndPaint(window, &paint);
+}
+
+} // namespace orv::addon::com
