@@ -62,13 +62,16 @@ Rect ComboPeer::Placement() const {
 
 void ComboPeer::MirrorBounds() {
     WindowPeer::Mirror(Aspect::Bounds);
-    RECT closed{};
-    GetWindowRect(Window(), &closed);
-    const int field = static_cast<int>(Send(CB_GETITEMHEIGHT, kField));
-    const int around = static_cast<int>(closed.bottom - closed.top) - field;
-    const int wanted = combo_.Bounds().height - around;
-    if (wanted > 0 && wanted != field)
-        Send(CB_SETITEMHEIGHT, kField, wanted);
+    // What stands around the field differs by system and theme, and is not even the same before and after.
+    for (int i = 0; i < 2; ++i) {
+        RECT closed{};
+        GetWindowRect(Window(), &closed);
+        const int over = static_cast<int>(closed.bottom - closed.top) - combo_.Bounds().height;
+        const int field = static_cast<int>(Send(CB_GETITEMHEIGHT, kField));
+        if (over == 0 || field <= over)
+            return;
+        Send(CB_SETITEMHEIGHT, kField, field - over);
+    }
 }
 
 void ComboPeer::Command(WORD code) {
