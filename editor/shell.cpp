@@ -15,6 +15,7 @@ using text::Load;
 
 constexpr int kMargin = 8;
 constexpr int kTreeWidth = 200;
+constexpr int kRowGap = 6;
 
 } // namespace
 
@@ -44,9 +45,16 @@ void Shell::AddBottom() {
     lblHint = &picBottom->Add<controls::Label>(controls::Kind::HintLine, L"lblHint");
     lblHint->SetElides(true);
     AddButtons();
-    auto buttons = controls::Row(controls::Boxed(Cell(*chkNoInteractive), controls::Spring(controls::Grow::Across),
-                                                 Cell(*cmdOK), Cell(*cmdCancel), Cell(*cmdApply)));
-    bottom_ = controls::Column(controls::Boxed(Cell(*lblHint, controls::Grow::Across), std::move(buttons)), 6);
+    const auto buttons = [this](bool withCheck) {
+        auto boxes =
+            controls::Boxed(controls::Spring(controls::Grow::Across), Cell(*cmdOK), Cell(*cmdCancel), Cell(*cmdApply));
+        if (withCheck)
+            boxes.insert(boxes.begin(), Cell(*chkNoInteractive));
+        return controls::Row(std::move(boxes));
+    };
+    const auto hint = [this] { return Cell(*lblHint, controls::Grow::Across); };
+    wideBottom_ = controls::Column(controls::Boxed(hint(), buttons(true)), kRowGap);
+    narrowBottom_ = controls::Column(controls::Boxed(hint(), Cell(*chkNoInteractive), buttons(false)), kRowGap);
 }
 
 void Shell::AddButtons() {
@@ -68,16 +76,24 @@ void Shell::AddButtons() {
     cmdCancel->SetReleases(true);
 }
 
+controls::LayoutBox& Shell::ChooseBottom(int width, const TextMeasure& measure) {
+    // The full caption where there is room for it; the tool tip and the screen reader have it in any case. The check
+    // box gets a row of its own only where the short one is too wide, too.
+    for (const Id caption : {Id::NoInteractive, Id::NoInteractiveShort}) {
+        chkNoInteractive->SetCaption(Load(caption));
+        if (wideBottom_->Minimum(measure).width <= width)
+            return *wideBottom_;
+    }
+    return *narrowBottom_;
+}
+
 int Shell::LayoutBottom(Size client, const TextMeasure& measure) {
     const int margin = measure.Scale(kMargin);
     const int width = std::max(0, client.width - 2 * margin);
-    // The full caption where there is room for it; the tool tip and the screen reader have it in any case.
-    chkNoInteractive->SetCaption(Load(Id::NoInteractive));
-    if (bottom_->Minimum(measure).width > width)
-        chkNoInteractive->SetCaption(Load(Id::NoInteractiveShort));
-    const int height = bottom_->Minimum(measure).height + 2 * margin;
+    controls::LayoutBox& bottom = ChooseBottom(width, measure);
+    const int height = bottom.Minimum(measure).height + 2 * margin;
     picBottom->SetBounds({0, client.height - height, client.width, height});
-    bottom_->Place({margin, margin, width, height - 2 * margin}, measure);
+    bottom.Place({margin, margin, width, height - 2 * margin}, measure);
     return height;
 }
 

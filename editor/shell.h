@@ -32,10 +32,12 @@ class Shell {
 
   private:
     void AddButtons();
+    controls::LayoutBox& ChooseBottom(int width, const controls::TextMeasure& measure);
     int LayoutBottom(controls::Size client, const controls::TextMeasure& measure);
     controls::Rect LayoutHead(const controls::Rect& right, const controls::TextMeasure& measure);
 
-    controls::LayoutPtr bottom_;
+    controls::LayoutPtr wideBottom_;
+    controls::LayoutPtr narrowBottom_; ///< the check box in a row of its own
 };
 
 /// A text of any length on a label that cuts it: the tool tip is the whole.
