@@ -9,6 +9,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 [[noreturn]] void RaiseMismatch() {
     throw Error(error_number::kTypeMismatch);
