@@ -62,15 +62,16 @@ Rect ComboPeer::Placement() const {
 
 void ComboPeer::MirrorBounds() {
     WindowPeer::Mirror(Aspect::Bounds);
-    // What stands around the field differs by system and theme, and is not even the same before and after.
+    // What is added around the field differs by system and theme: set, look, correct.
+    int field = static_cast<int>(Send(CB_GETITEMHEIGHT, kField));
     for (int i = 0; i < 2; ++i) {
         RECT closed{};
         GetWindowRect(Window(), &closed);
         const int over = static_cast<int>(closed.bottom - closed.top) - combo_.Bounds().height;
-        const int field = static_cast<int>(Send(CB_GETITEMHEIGHT, kField));
-        if (over == 0 || field <= over)
+        field -= over;
+        if (over == 0 || field <= 0)
             return;
-        Send(CB_SETITEMHEIGHT, kField, field - over);
+        Send(CB_SETITEMHEIGHT, kField, field);
     }
 }
 

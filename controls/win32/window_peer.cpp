@@ -1,10 +1,9 @@
 #include "controls/win32/window_peer.h"
 
-#include <new>
-
 #include <commctrl.h>
 
 #include "controls/win32/peer_host.h"
+#include "platform/win32/made.h"
 #include "platform/win32/module.h"
 
 namespace orv::controls::win32 {
@@ -28,12 +27,12 @@ WindowPeer::WindowPeer(PeerHost& host, Widget& widget, const WindowSpec& spec) :
         style |= WS_VISIBLE;
     if (!widget.EffectivelyEnabled())
         style |= WS_DISABLED;
-    window_ = CreateWindowExW(spec.extendedStyle, spec.type, widget.Caption().c_str(), style, place.x, place.y,
-                              place.width, place.height, ParentWindow(host, widget),
-                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host.IdOf(widget))),
-                              platform::win32::OwnModule(), nullptr);
-    if (window_ == nullptr)
-        throw std::bad_alloc();
+    window_ =
+        platform::win32::Made(CreateWindowExW(spec.extendedStyle, spec.type, widget.Caption().c_str(), style, place.x,
+                                              place.y, place.width, place.height, ParentWindow(host, widget),
+                                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host.IdOf(widget))),
+                                              platform::win32::OwnModule(), nullptr),
+                              spec.type);
     SetWindowSubclass(window_, &WindowPeer::Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
     SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(host.Font()), FALSE);
     host.Register(window_, *this);

@@ -1,7 +1,6 @@
 #include "platform/win32/pump.h"
 
-#include <new>
-
+#include "platform/win32/made.h"
 #include "platform/win32/module.h"
 
 namespace orv::platform::win32 {
@@ -30,9 +29,8 @@ SystemPump::SystemPump() {
     type.hInstance = OwnModule();
     type.lpszClassName = kClassName;
     RegisterClassExW(&type); // fails when an earlier pump has registered it, which is as good
-    window_.Reset(CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr));
-    if (!window_)
-        throw std::bad_alloc();
+    window_.Reset(Made(CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr),
+                       kClassName));
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
