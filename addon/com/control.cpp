@@ -97,7 +97,6 @@ IUnknown* Control::Find(REFIID id) {
         {&IID_IPersistStreamInit, as(static_cast<IPersistStreamInit*>(&persistFaces_))},
         {&IID_IPersistPropertyBag, as(static_cast<IPersistPropertyBag*>(&persistFaces_))},
         {&IID_IProvideClassInfo, as(static_cast<IProvideClassInfo*>(&identityFaces_))},
-        {&IID_IObjectWithSite, as(static_cast<IObjectWithSite*>(&identityFaces_))},
         {&IID_ISupportErrorInfo, as(static_cast<ISupportErrorInfo*>(&identityFaces_))},
     };
     for (const auto& [face, pointer] : faces)

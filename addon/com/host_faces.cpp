@@ -8,6 +8,20 @@
 #include "text/version.h"
 
 namespace orv::addon::com {
+namespace {
+
+// A caller with a single-precision variable of its own comes as a reference to it.
+void Fill(VARIANT& target, float number) {
+    if (target.vt == (VT_BYREF | VT_R4) && target.pfltVal) {
+        *target.pfltVal = number;
+        return;
+    }
+    VariantClear(&target);
+    target.vt = VT_R4;
+    target.fltVal = number;
+}
+
+} // namespace
 
 ITypeInfo& HostFaces::Info() {
     if (!info_)
@@ -139,6 +153,15 @@ HRESULT HostFaces::GetMenuEntry(SHORT, BSTR, BSTR, VARIANT, VARIANT_BOOL* presen
 
 HRESULT HostFaces::GetMinSize(FLOAT* width, FLOAT* height) {
     return Answer([&] { *width = *height = -1.0f; }, width, height);
+}
+
+HRESULT HostFaces::GetMinSize(VARIANT* width, VARIANT* height) {
+    return Answer(
+        [&] {
+            Fill(*width, -1.0f);
+            Fill(*height, -1.0f);
+        },
+        width, height);
 }
 
 HRESULT HostFaces::GetToolbarButton(SHORT, BSTR, BSTR, BSTR, SHORT, VARIANT, VARIANT_BOOL* present) {

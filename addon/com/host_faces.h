@@ -43,6 +43,7 @@ class HostFaces final : public Face<IAddOnControl, IAddOn, IAddOnGUI, IAddOnComp
     HRESULT STDMETHODCALLTYPE GetMenuEntry(SHORT index, BSTR menu, BSTR caption, VARIANT state,
                                            VARIANT_BOOL* present) override;
     HRESULT STDMETHODCALLTYPE GetMinSize(FLOAT* width, FLOAT* height) override;
+    HRESULT STDMETHODCALLTYPE GetMinSize(VARIANT* width, VARIANT* height) override;
     HRESULT STDMETHODCALLTYPE GetToolbarButton(SHORT index, BSTR key, BSTR caption, BSTR tip, SHORT style,
                                                VARIANT state, VARIANT_BOOL* present) override;
     HRESULT STDMETHODCALLTYPE GetToolbarPicture(SHORT index, BSTR key, VARIANT picture, VARIANT_BOOL* present) override;

@@ -85,16 +85,6 @@ HRESULT IdentityFaces::GetClassInfo(ITypeInfo** info) {
     return Answer([&] { *info = ComponentTypeInfo(CLSID_AddOnControl).Detach(); }, info);
 }
 
-HRESULT IdentityFaces::SetSite(IUnknown* site) {
-    return Run([&] { site_ = ComPtr<IUnknown>(site); });
-}
-
-HRESULT IdentityFaces::GetSite(REFIID id, void** site) {
-    if (site)
-        *site = nullptr;
-    return Answer([&] { return site_ ? site_->QueryInterface(id, site) : E_FAIL; }, site);
-}
-
 HRESULT IdentityFaces::InterfaceSupportsErrorInfo(REFIID id) {
     const bool ours = id == IID_IAddOn || id == IID_IAddOnGUI || id == IID_IAddOnCompatibility ||
                       id == IID_IAddOnControl || id == IID_IDispatch;

@@ -46,17 +46,13 @@ class PersistFaces final : public Face<IPersistStreamInit, IPersistPropertyBag> 
     HRESULT STDMETHODCALLTYPE Save(IPropertyBag*, BOOL, BOOL) override { return S_OK; }
 };
 
-class IdentityFaces final : public Face<IProvideClassInfo, IObjectWithSite, ISupportErrorInfo> {
+/// No second way to a site beside IOleObject: scripting hosts take it for a page's control and want a page round it.
+class IdentityFaces final : public Face<IProvideClassInfo, ISupportErrorInfo> {
   public:
     using Face::Face;
 
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override;
-    HRESULT STDMETHODCALLTYPE SetSite(IUnknown* site) override;
-    HRESULT STDMETHODCALLTYPE GetSite(REFIID id, void** site) override;
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override;
-
-  private:
-    ComPtr<IUnknown> site_;
 };
 
 } // namespace orv::addon::com
