@@ -36,6 +36,9 @@ Form::Form(platform::MessageBoxes& boxes, platform::MessagePump& pump)
 }
 
 Form::~Form() {
+    // A window that goes while it has the focus says so; nobody is left to be asked.
+    changing_ = true;
+    focused_ = nullptr;
     root_->form_ = nullptr;
     root_->DropPeers();
 }

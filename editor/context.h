@@ -1,6 +1,7 @@
 #pragma once
 // What pages share with the shell.
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -19,6 +20,10 @@ struct Context {
     std::function<void()> changed;     ///< the user changed something
     std::function<void()> rebuildTree; ///< the set of nodes changed
 
+    /// Window of a widget, for host calls that want one; 0 when there is none.
+    std::function<device::WindowHandle(const controls::Widget&)> windowOf;
+    std::shared_ptr<int> alive = std::make_shared<int>(0);
+
     device::ParameterAccess Access() const { return device::ParameterAccess(state); }
 
     /// Runs an event's handler; a failure is shown under "AddOnControl." and `name`.
@@ -26,6 +31,36 @@ struct Context {
     bool Handle(const std::wstring& name, Action&& action) const {
         return platform::Guarded(state.platform.boxes, L"AddOnControl." + name, std::forward<Action>(action));
     }
+
+    /// The same for a handler that runs inside a change of focus, where no box may open: it opens afterwards.
+    template <typename Action>
+    bool HandleInFocusChange(const std::wstring& name, Action&& action) const {
+        LaterBoxes boxes(state.platform);
+        return platform::Guarded(boxes, L"AddOnControl." + name, std::forward<Action>(action));
+    }
+
+    /// Runs `action` once the present message has been dealt with, unless the editor is gone by then.
+    template <typename Action>
+    void Later(Action action) const {
+        state.platform.pump.Post([still = std::weak_ptr<int>(alive), action = std::move(action)] {
+            if (!still.expired())
+                action();
+        });
+    }
+
+    class LaterBoxes : public platform::MessageBoxes {
+      public:
+        explicit LaterBoxes(platform::Services& services) : services_(services) {}
+        platform::Answer Show(const platform::MessageBox& box) override {
+            services_.pump.Post([&boxes = services_.boxes, box] { boxes.Show(box); });
+            return platform::Answer::Ok;
+        }
+        void Beep() override { services_.boxes.Beep(); }
+        void Close() override {}
+
+      private:
+        platform::Services& services_;
+    };
 };
 
 } // namespace orv::editor

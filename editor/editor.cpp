@@ -17,7 +17,8 @@ using text::Load;
 Editor::Editor(device::DeviceState& state, RootAccess root, Commands& commands)
     : state_(state), root_(std::move(root)), commands_(commands), form_(state.platform.boxes, state.platform.pump),
       context_(std::make_unique<Context>(
-          Context{state, root_, form_, [this] { SetModified(true); }, [this] { BuildTree(); }})),
+          Context{state, root_, form_, [this] { SetModified(true); }, [this] { BuildTree(); },
+                  [this](const controls::Widget& widget) { return windowOf ? windowOf(widget) : 0; }})),
       shell_(std::make_unique<Shell>(form_)) {
     pages_.push_back(std::make_unique<CodeDefPage>(*context_));
     pages_.push_back(std::make_unique<FormatDefPage>(*context_));

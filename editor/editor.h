@@ -35,6 +35,9 @@ class Editor {
     /// Window of `picBottom`, handed to the host's support object before a save. Without it 0 is handed over.
     std::function<device::WindowHandle()> bottomPanelWindow;
 
+    /// Windows of edit boxes, handed to the host when one gets the focus. Without it the host is not told.
+    std::function<device::WindowHandle(const controls::Widget&)> windowOf;
+
     /// Makes the page `fraCodeDef` visible, without filling it.
     void ShowFirstPage();
     /// Rebuilds the tree from the model; the selected node stays selected when its key is still there.

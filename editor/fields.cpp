@@ -52,8 +52,10 @@ MBField::MBField(Context& context, controls::Widget& parent, const std::wstring&
         count_ = &parent.Add<controls::Label>(name + L"Count", index);
     box_->Attach(names_, count_);
     box_->onChange = [this] { context_.Handle(name_ + L"_Change", [this] { context_.changed(); }); };
+    box_->onGotFocus = [this] { TellHostOfFocus(); };
     box_->onValidate = [this] {
-        CommitPending();
+        if (box_->Pending())
+            context_.HandleInFocusChange(name_ + L"_Validate", [this] { StoreBytes(); });
         return true;
     };
 }
@@ -74,13 +76,23 @@ void MBField::Show(const std::wstring& text) {
     box_->SetData(context_.Access().StringToBytes(text));
 }
 
+void MBField::StoreBytes() {
+    store_(context_.Access().BytesToString(box_->Data()));
+    box_->MarkStored();
+}
+
+void MBField::TellHostOfFocus() {
+    context_.Later([this] {
+        const device::WindowHandle window = context_.windowOf ? context_.windowOf(*box_) : 0;
+        if (window != 0)
+            context_.Handle(name_ + L"_GotFocus", [&] { context_.state.Support().EditGotFocus(window); });
+    });
+}
+
 bool MBField::CommitPending() {
     if (!box_->Pending())
         return true;
-    return context_.Handle(name_ + L"_Validate", [this] {
-        store_(context_.Access().BytesToString(box_->Data()));
-        box_->MarkStored();
-    });
+    return context_.Handle(name_ + L"_Validate", [this] { StoreBytes(); });
 }
 
 } // namespace orv::editor

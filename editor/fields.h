@@ -45,6 +45,9 @@ class MBField {
     bool CommitPending();
 
   private:
+    void StoreBytes();
+    void TellHostOfFocus();
+
     Context& context_;
     std::wstring name_;
     Store store_;

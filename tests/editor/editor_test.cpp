@@ -109,6 +109,37 @@ TEST_F(EditorTest, AValueThatCannotBeStoredIsNotSavedWithoutIt) {
     EXPECT_EQ(saves.size(), 1u);
 }
 
+TEST_F(EditorTest, NoBoxOpensInsideAChangeOfFocus) {
+    Click(L"FormatDef");
+    editor->Form().SetFocus(Box(L"mbeHeader"));
+    Box(L"mbeHeader").TypeText(L"A");
+    bench.host.Gate().FailNamed("SupportObject.BytesToText", 1, 42, L"no");
+    editor->Form().FocusArrived(Box(L"mbeSeparator"));
+    EXPECT_TRUE(Box(L"mbeSeparator").Focused());
+    EXPECT_TRUE(Boxes().empty());
+    bench.platform.pump.ProcessPending();
+    ASSERT_EQ(Boxes().size(), 1u);
+    EXPECT_EQ(Boxes()[0].text, L"AddOnControl.mbeHeader_Validate\n42: no");
+}
+
+TEST_F(EditorTest, TheHostIsToldOfAnEditBoxsFocusUnlessTheEditorIsGone) {
+    std::vector<device::WindowHandle> told;
+    bench.host.Windows().editGotFocus = [&told](device::WindowHandle edit) { told.push_back(edit); };
+    editor->windowOf = [](const controls::Widget& widget) {
+        return widget.Name() == L"mbeHeader" ? device::WindowHandle{55} : device::WindowHandle{0};
+    };
+    Click(L"FormatDef");
+    editor->Form().SetFocus(Box(L"mbeHeader"));
+    bench.platform.pump.ProcessPending();
+    editor->Form().SetFocus(Box(L"mbeSeparator"));
+    bench.platform.pump.ProcessPending();
+    EXPECT_EQ(told, (std::vector<device::WindowHandle>{55})) << "a box without a window is not the host's business";
+    editor->Form().SetFocus(Box(L"mbeHeader"));
+    editor.reset();
+    bench.platform.pump.ProcessPending();
+    EXPECT_EQ(told.size(), 1u);
+}
+
 TEST_F(EditorTest, AFailedSaveIsReportedInTheHintLineUntilTheNextChange) {
     editor->SetModified(true);
     editor->SetSaveReport({false, L"/X[3]", 37, 212});
