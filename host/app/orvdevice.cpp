@@ -43,7 +43,7 @@ void Declare(CLI::App& app, Options& options) {
     app.add_option("--cluster", options.cluster, "Cluster of the device");
     app.add_option("--device", options.device, "Index of the device in its cluster, 0 is the master");
     app.add_option("--port", options.port, "Port to listen on, 0 for any free one");
-    app.add_option("--delay", options.delay, "Milliseconds before each answer")->check(CLI::NonNegativeNumber);
+    app.add_option("--delay", options.delay, "Milliseconds before each answer")->check(CLI::Range(0, 3600000));
     app.add_option("--fail-set", options.failSet,
                    "ENTRY:CODE[:TIMES]: answer sets of ENTRY with CODE; ENTRY may be * or #k, the k-th set")
         ->expected(1)
@@ -54,9 +54,9 @@ void Declare(CLI::App& app, Options& options) {
         ->check(CLI::Range(std::int64_t{-1}, std::int64_t{1000000}));
     app.add_flag("--fail-session", options.failSession, "Refuse to start a session");
     app.add_option("--drop-after", options.dropAfter, "Lose the connection, once, after so many answered requests")
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Range(0, 1000000));
     app.add_option("--silent-after", options.silentAfter, "Answer no more after so many answered requests")
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Range(0, 1000000));
     app.add_option("--ask", options.ask, "HOST:PORT NUMBER[:ELEMENT]...: print the values that a running device holds")
         ->expected(2, 10000);
     app.add_option("--save-on-exit", options.saveOnExit, "Write the device's contents to this file at the end");

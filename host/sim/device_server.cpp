@@ -149,8 +149,10 @@ tcp::acceptor Listen(asio::io_context& io, std::uint16_t port) {
     acceptor.bind(endpoint, failed);
     if (!failed)
         acceptor.listen(asio::socket_base::max_listen_connections, failed);
+    // Not every system has words for this one.
     if (failed)
-        throw PortError("port " + std::to_string(port) + " cannot be used: " + failed.message());
+        throw PortError("port " + std::to_string(port) + " cannot be used: " +
+                        (failed == asio::error::address_in_use ? "it is taken" : failed.message()));
     return acceptor;
 }
 
