@@ -32,6 +32,8 @@ MBEditPeer::MBEditPeer(PeerHost& host, MBEdit& edit)
     Send(EM_SETUNDOLIMIT, 0);
     Send(EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SetWindowTextW(Window(), L"");
+    SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     view_.ShowColours(edit.EffectivelyEnabled());
     ShowContent();
     Send(EM_SETEVENTMASK, 0, ENM_SELCHANGE);
@@ -60,6 +62,7 @@ void MBEditPeer::Mirror(Aspect aspect) {
     case Aspect::Enabled:
         WindowPeer::Mirror(aspect);
         view_.ShowColours(edit_.EffectivelyEnabled());
+        RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
         break;
     case Aspect::Caption:
         WindowPeer::Mirror(Aspect::Name); // the window's text is the content
@@ -142,9 +145,12 @@ LRESULT MBEditPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
         return SendMessageW(GetParent(Window()), message, wparam, lparam);
     case WM_SYSCOLORCHANGE:
         view_.ShowColours(edit_.EffectivelyEnabled());
+        RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
         return Default(message, wparam, lparam);
     case WM_NCPAINT:
-        return PaintBorder(wparam, lparam);
+        return PaintBorder();
+    case WM_NCCALCSIZE:
+        return PlaceText(wparam, lparam);
     default:
         return WindowPeer::Handle(message, wparam, lparam);
     }
@@ -186,12 +192,20 @@ LRESULT MBEditPeer::Menu(LPARAM lparam) {
     return 0;
 }
 
-LRESULT MBEditPeer::PaintBorder(WPARAM wparam, LPARAM lparam) {
-    const LRESULT result = Default(WM_NCPAINT, wparam, lparam);
-    const OwnedTheme theme(IsThemeActive() ? OpenThemeData(Window(), L"EDIT") : nullptr);
-    if (!theme)
-        return result;
-    // The window's class knows the old sunken edge only; its neighbours have the theme's.
+LRESULT MBEditPeer::PlaceText(WPARAM wparam, LPARAM lparam) {
+    const LRESULT result = Default(WM_NCCALCSIZE, wparam, lparam);
+    // The window's class writes its line at the very top: the border takes the room above and below.
+    RECT& client = *reinterpret_cast<RECT*>(lparam); // first member of the longer form as well
+    const int spare = static_cast<int>(client.bottom - client.top) - Host().LineHeight();
+    if (spare > 0) {
+        client.top += spare / 2;
+        client.bottom -= spare - spare / 2;
+    }
+    InflateRect(&client, -Host().Scale(2), 0);
+    return result;
+}
+
+LRESULT MBEditPeer::PaintBorder() {
     RECT area{};
     GetWindowRect(Window(), &area);
     RECT client{};
@@ -199,14 +213,20 @@ LRESULT MBEditPeer::PaintBorder(WPARAM wparam, LPARAM lparam) {
     MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
     OffsetRect(&client, -area.left, -area.top);
     OffsetRect(&area, -area.left, -area.top);
+    const bool enabled = IsWindowEnabled(Window()) != FALSE;
+    const OwnedTheme theme(IsThemeActive() ? OpenThemeData(Window(), L"EDIT") : nullptr);
     const HDC dc = GetWindowDC(Window());
     ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    const bool enabled = IsWindowEnabled(Window()) != FALSE;
+    if (theme)
+        DrawThemeBackground(theme.Get(), dc, EP_EDITTEXT, enabled ? ETS_NORMAL : ETS_DISABLED, &area, nullptr);
+    else
+        DrawEdge(dc, &area, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    // The theme's inside may be of another shade than the text's background.
+    if (theme)
+        InflateRect(&area, -GetSystemMetrics(SM_CXBORDER), -GetSystemMetrics(SM_CYBORDER));
     FillRect(dc, &area, GetSysColorBrush(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
-    const int state = enabled ? ETS_NORMAL : ETS_DISABLED;
-    DrawThemeBackground(theme.Get(), dc, EP_EDITTEXT, state, &area, nullptr);
     ReleaseDC(Window(), dc);
-    return result;
+    return 0;
 }
 
 } // namespace orv::controls::win32

@@ -24,7 +24,8 @@ class MBEditPeer final : public WindowPeer {
     LRESULT Press(POINT point, bool extend, bool token);
     LRESULT Drag(POINT point);
     LRESULT Menu(LPARAM lparam);
-    LRESULT PaintBorder(WPARAM wparam, LPARAM lparam);
+    LRESULT PlaceText(WPARAM wparam, LPARAM lparam);
+    LRESULT PaintBorder();
 
     MBEdit& edit_;
     RichView view_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "controls/win32/colours.h"
+
 namespace orv::controls::win32 {
 
 /// While the view changes the window: no notifications, no drawing in between.
@@ -84,7 +86,9 @@ void RichView::ColourRun(std::size_t from, std::size_t to, bool token) {
     CHARFORMAT2W format{};
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;
-    format.crTextColor = GetSysColor(!enabled_ ? COLOR_GRAYTEXT : token ? COLOR_HOTLIGHT : COLOR_WINDOWTEXT);
+    format.crTextColor = !enabled_ ? GetSysColor(COLOR_GRAYTEXT)
+                         : token   ? TokenColour(GetSysColor(COLOR_WINDOW))
+                                   : GetSysColor(COLOR_WINDOWTEXT);
     Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }
 

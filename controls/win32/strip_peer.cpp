@@ -1,6 +1,7 @@
 #include "controls/win32/strip_peer.h"
 
 #include "controls/output_strip.h"
+#include "controls/win32/colours.h"
 #include "controls/win32/peer_host.h"
 
 namespace orv::controls::win32 {
@@ -19,8 +20,8 @@ class Line {
   public:
     Line(HDC dc, RECT area, int gap, bool enabled) : dc_(dc), area_(area), gap_(gap), enabled_(enabled) {}
 
-    void Text(const std::wstring& text, int colour) {
-        SetTextColor(dc_, GetSysColor(enabled_ ? colour : COLOR_GRAYTEXT));
+    void Text(const std::wstring& text, COLORREF colour) {
+        SetTextColor(dc_, enabled_ ? colour : GetSysColor(COLOR_GRAYTEXT));
         DrawTextW(dc_, text.c_str(), static_cast<int>(text.size()), &area_, kLine | DT_END_ELLIPSIS);
         area_.left += TextWidth(dc_, text);
     }
@@ -89,17 +90,17 @@ void StripPeer::DrawOutput(HDC dc, RECT area) {
     using SegmentKind = OutputStrip::SegmentKind;
     FillRect(dc, &area, GetSysColorBrush(COLOR_BTNFACE));
     Line line(dc, area, Host().Scale(4), Subject().EffectivelyEnabled());
-    line.Text(Subject().PlainCaption(), COLOR_BTNTEXT);
+    line.Text(Subject().PlainCaption(), GetSysColor(COLOR_BTNTEXT));
     line.Gap();
     for (const OutputStrip::Segment& segment : static_cast<const OutputStrip&>(Subject()).Segments()) {
         if (line.Full())
             return;
         switch (segment.kind) {
         case SegmentKind::Plain:
-            line.Text(segment.text, COLOR_BTNTEXT);
+            line.Text(segment.text, GetSysColor(COLOR_BTNTEXT));
             break;
         case SegmentKind::Token:
-            line.Text(segment.text, COLOR_HOTLIGHT);
+            line.Text(segment.text, TokenColour(GetSysColor(COLOR_BTNFACE)));
             break;
         case SegmentKind::Chip:
             line.Gap();

@@ -23,8 +23,15 @@ TreePeer::TreePeer(PeerHost& host, Tree& tree)
     SetWindowTheme(Window(), L"Explorer", nullptr);
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
     Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(host.LineHeight() + host.Scale(6)));
+    ShowColours();
     Sync();
     WindowPeer::Mirror(Aspect::Name);
+}
+
+void TreePeer::ShowColours() {
+    // Left to itself the window asks its parent, a page, which is of another colour.
+    TreeView_SetBkColor(Window(), GetSysColor(COLOR_WINDOW));
+    TreeView_SetTextColor(Window(), GetSysColor(COLOR_WINDOWTEXT));
 }
 
 void TreePeer::Sync() {
@@ -69,6 +76,8 @@ void TreePeer::Mirror(Aspect aspect) {
 LRESULT TreePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)
         pressed_ = {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+    if (message == WM_SYSCOLORCHANGE)
+        ShowColours();
     if (message == kSync || (Reads(message) && stale_))
         Sync();
     return message == kSync ? 0 : WindowPeer::Handle(message, wparam, lparam);

@@ -17,6 +17,7 @@ class TreePeer final : public WindowPeer {
     bool NamedByText() const override { return false; }
 
   private:
+    void ShowColours();
     void Sync();
     void Select();
     LRESULT Clicked();

@@ -5,6 +5,7 @@
 #include "controls/mb_edit.h"
 #include "controls/simple_widgets.h"
 #include "controls/win32/clipboard.h"
+#include "controls/win32/colours.h"
 
 namespace orv::tests {
 namespace {
@@ -81,7 +82,8 @@ TEST_F(MBEditTest, TypedCharactersPassThroughTheCore) {
 
 TEST_F(MBEditTest, TokensHaveTheirOwnSystemColour) {
     edit.SetData({'A', 13, 'B'});
-    const COLORREF token = GetSysColor(COLOR_HOTLIGHT);
+    const COLORREF token = controls::win32::TokenColour(GetSysColor(COLOR_WINDOW));
+    EXPECT_NE(token, GetSysColor(COLOR_WINDOWTEXT));
     EXPECT_EQ(ColourAt(0), GetSysColor(COLOR_WINDOWTEXT));
     EXPECT_EQ(ColourAt(1), token);
     EXPECT_EQ(ColourAt(4), token);
@@ -94,16 +96,25 @@ TEST_F(MBEditTest, TokensHaveTheirOwnSystemColour) {
 
 TEST_F(MBEditTest, ColoursFollowTheSystem) {
     edit.SetData({'A', 13});
-    const int elements[] = {COLOR_WINDOWTEXT, COLOR_HOTLIGHT};
-    const COLORREF former[] = {GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_HOTLIGHT)};
-    const COLORREF contrast[] = {RGB(255, 255, 0), RGB(0, 255, 0)};
-    ASSERT_TRUE(SetSysColors(2, elements, contrast));
+    const INT elements[] = {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_HOTLIGHT};
+    COLORREF former[3] = {};
+    for (int i = 0; i < 3; ++i)
+        former[i] = GetSysColor(elements[i]);
+    const COLORREF contrast[] = {RGB(0, 0, 0), RGB(255, 255, 0), RGB(0, 255, 0)};
+    const COLORREF token = ColourAt(2);
+    ASSERT_TRUE(SetSysColors(3, elements, contrast));
     SendMessageW(container.Get(), WM_SYSCOLORCHANGE, 0, 0);
-    EXPECT_EQ(ColourAt(0), contrast[0]);
+    EXPECT_EQ(ColourAt(0), contrast[1]);
+    EXPECT_EQ(ColourAt(2), contrast[2]);
+    // A colour that nobody could read gives way.
+    const INT followed[] = {COLOR_HOTLIGHT};
+    const COLORREF hidden[] = {RGB(10, 10, 10)};
+    SetSysColors(1, followed, hidden);
+    SendMessageW(container.Get(), WM_SYSCOLORCHANGE, 0, 0);
     EXPECT_EQ(ColourAt(2), contrast[1]);
-    SetSysColors(2, elements, former);
+    SetSysColors(3, elements, former);
     SendMessageW(container.Get(), WM_SYSCOLORCHANGE, 0, 0);
-    EXPECT_EQ(ColourAt(2), former[1]);
+    EXPECT_EQ(ColourAt(2), token);
     edit.SetEnabled(false);
     EXPECT_EQ(ColourAt(2), GetSysColor(COLOR_GRAYTEXT));
 }
@@ -188,8 +199,9 @@ TEST_F(MBEditTest, LongContentPatchesFromAnyEdit) {
     }
     const auto& cells = edit.Core().Cells();
     for (std::size_t i = 0; i < cells.size(); i += 3)
-        ASSERT_EQ(ColourAt(static_cast<LONG>(i)),
-                  GetSysColor(cells[i].tokenLength > 1 ? COLOR_HOTLIGHT : COLOR_WINDOWTEXT))
+        ASSERT_EQ(ColourAt(static_cast<LONG>(i)), cells[i].tokenLength > 1
+                                                      ? controls::win32::TokenColour(GetSysColor(COLOR_WINDOW))
+                                                      : GetSysColor(COLOR_WINDOWTEXT))
             << i;
 }
 
