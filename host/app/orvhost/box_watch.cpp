@@ -1,0 +1,76 @@
+#include "host/app/orvhost/box_watch.h"
+
+#include <algorithm>
+
+#include "host/sim/utf8.h"
+
+namespace orv::host {
+namespace {
+
+constexpr int kTextId = 0xFFFF; // of a message box's text
+
+BOOL CALLBACK Collect(HWND window, LPARAM list) {
+    wchar_t type[32];
+    GetClassNameW(window, type, 32);
+    const HWND text = GetDlgItem(window, kTextId);
+    if (lstrcmpW(type, L"#32770") != 0 || !IsWindowVisible(window) || text == nullptr)
+        return TRUE;
+    reinterpret_cast<std::vector<OpenBox>*>(list)->push_back({window, WindowText(window), WindowText(text)});
+    return TRUE;
+}
+
+/// The button for an answer, or what the box has instead.
+int ButtonFor(HWND box, BoxAnswer answer) {
+    const int wanted = answer == BoxAnswer::Yes ? IDYES : answer == BoxAnswer::No ? IDNO : IDOK;
+    for (const int button : {wanted, IDNO, IDOK, IDCANCEL}) {
+        if (GetDlgItem(box, button) != nullptr)
+            return button;
+    }
+    return IDCANCEL;
+}
+
+} // namespace
+
+std::vector<OpenBox> OpenBoxes() {
+    std::vector<OpenBox> boxes;
+    EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&boxes));
+    return boxes;
+}
+
+bool BoxWatch::Look() {
+    const auto boxes = OpenBoxes();
+    // Forgets the closed ones: the system uses a handle again.
+    const auto gone = [&boxes](HWND window) {
+        return std::none_of(boxes.begin(), boxes.end(), [window](const OpenBox& box) { return box.window == window; });
+    };
+    std::erase_if(announced_, gone);
+    std::erase_if(answered_, gone);
+    for (const OpenBox& box : boxes) {
+        if (announced_.insert(box.window).second)
+            say(L"box: [" + box.title + L"] " + box.text);
+    }
+    return !boxes.empty();
+}
+
+void BoxWatch::AnswerAll() {
+    for (const OpenBox& box : OpenBoxes()) {
+        if (answered_.insert(box.window).second)
+            AnswerBox(box);
+    }
+}
+
+void BoxWatch::AnswerBox(const OpenBox& box) {
+    BoxAnswer answer = BoxAnswer::No;
+    if (!expected_.empty() && box.text.find(expected_.front().part) != std::wstring::npos) {
+        answer = expected_.front().answer;
+        expected_.pop_front();
+    } else {
+        fail("unexpected box: " + sim::ToUtf8(box.text));
+    }
+    const int button = ButtonFor(box.window, answer);
+    say(std::wstring(L"answer: ") + (button == IDYES ? L"yes" : button == IDNO ? L"no" : L"ok"));
+    PostMessageW(box.window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(box.window, button)));
+}
+
+} // namespace orv::host

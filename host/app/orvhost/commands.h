@@ -1,0 +1,23 @@
+#pragma once
+// Ids of the frame's commands.
+
+namespace orv::host {
+
+enum Command : int {
+    kOpen = 100,
+    kSave,
+    kSaveAs,
+    kExit,
+    kShow,
+    kActivate,
+    kCloseAddOn,
+    kDropConnection,
+    kClearLog,
+    kNextPane,
+    kLevelFirst = 200, ///< plus the level
+    kClusterFirst = 1000,
+    kDeviceFirst = 3000,
+    kTargetEnd = 5000
+};
+
+} // namespace orv::host
