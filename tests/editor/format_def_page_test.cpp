@@ -31,6 +31,9 @@ TEST_F(FormatDefPageTest, TypingMarksAsModifiedAndLeavingStores) {
     editor->Form().RouteKey({.key = controls::Key::Tab});
     EXPECT_EQ(root.StandardFormat().Header(), L"\x02");
     EXPECT_TRUE(Box(L"mbeSeparator").Focused());
+    root.StandardFormat().Header(L"set elsewhere");
+    editor->CommitPending();
+    EXPECT_EQ(root.StandardFormat().Header(), L"set elsewhere") << "what is stored is not stored again";
     Box(L"mbeTerminator").TypeText(L"\x20AC");
     Click(L"CodeDef");
     EXPECT_EQ(root.StandardFormat().Terminator(), L"\x20AC\r\n") << "the page that goes has its values stored";
