@@ -55,9 +55,8 @@ class Dual : public Interface, public ISupportErrorInfo {
     }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         HRESULT found = E_FAIL;
-        const HRESULT loaded = Answer(__uuidof(Interface), [&] {
-            found = DescriptionOf(__uuidof(Interface))->GetIDsOfNames(names, count, ids);
-        });
+        const HRESULT loaded = Answer(
+            __uuidof(Interface), [&] { found = DescriptionOf(__uuidof(Interface))->GetIDsOfNames(names, count, ids); });
         return FAILED(loaded) ? loaded : found;
     }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
@@ -70,9 +69,7 @@ class Dual : public Interface, public ISupportErrorInfo {
         return FAILED(loaded) ? loaded : called;
     }
 
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override {
-        return iid == __uuidof(Interface) ? S_OK : S_FALSE;
-    }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override { return iid == __uuidof(Interface) ? S_OK : S_FALSE; }
 
   protected:
     /// Not counted; null when the interface is not offered.

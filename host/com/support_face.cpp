@@ -16,8 +16,7 @@ STDMETHODIMP SupportFace::HexByte(BYTE value, BSTR* text) {
 }
 
 STDMETHODIMP SupportFace::AppendToList(BSTR list, BSTR item, BSTR separator, BSTR* text) {
-    return Give(text,
-                [&] { return ToBstr(support_->AppendToList(TextOf(list), TextOf(item), TextOf(separator))); });
+    return Give(text, [&] { return ToBstr(support_->AppendToList(TextOf(list), TextOf(item), TextOf(separator))); });
 }
 
 STDMETHODIMP SupportFace::Minimum(LONG a, LONG b, LONG* smaller) {

@@ -23,7 +23,8 @@ void AddRule(HMENU menu) {
 
 /// The bar takes over the menu.
 void AddPopup(HMENU bar, OwnedMenu popup, const wchar_t* caption, bool enabled = true) {
-    if (AppendMenuW(bar, MF_POPUP | (enabled ? MF_ENABLED : MF_GRAYED), reinterpret_cast<UINT_PTR>(popup.Get()), caption))
+    if (AppendMenuW(bar, MF_POPUP | (enabled ? MF_ENABLED : MF_GRAYED), reinterpret_cast<UINT_PTR>(popup.Get()),
+                    caption))
         popup.Forget();
 }
 
@@ -94,9 +95,12 @@ OwnedMenu MakeMenu(const FrameState& state) {
 }
 
 OwnedAccelerators MakeAccelerators() {
-    ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'O', kOpen},          {FVIRTKEY | FCONTROL, 'S', kSave},
-                    {FVIRTKEY | FCONTROL | FSHIFT, 'S', kSaveAs}, {FVIRTKEY, VK_F5, kShow},
-                    {FVIRTKEY, VK_F6, kActivate},               {FVIRTKEY | FCONTROL, VK_F4, kCloseAddOn},
+    ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'O', kOpen},
+                    {FVIRTKEY | FCONTROL, 'S', kSave},
+                    {FVIRTKEY | FCONTROL | FSHIFT, 'S', kSaveAs},
+                    {FVIRTKEY, VK_F5, kShow},
+                    {FVIRTKEY, VK_F6, kActivate},
+                    {FVIRTKEY | FCONTROL, VK_F4, kCloseAddOn},
                     {FVIRTKEY | FCONTROL, VK_F6, kNextPane}};
     return OwnedAccelerators(CreateAcceleratorTableW(keys, static_cast<int>(std::size(keys))));
 }

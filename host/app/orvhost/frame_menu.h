@@ -22,7 +22,7 @@ struct FrameState {
     std::int16_t cluster = 0;
     std::int16_t device = 0;
     std::int32_t level = 0;
-    std::wstring link;     ///< how the device is reached
+    std::wstring link; ///< how the device is reached
     bool hasFile = false;
     bool hasAddOn = false; ///< created
     bool modeless = true;  ///< false while the control shows something modal

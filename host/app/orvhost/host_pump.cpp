@@ -14,8 +14,7 @@ constexpr UINT kRun = WM_APP + 1;
 
 HostPump::HostPump() {
     RegisterWindowClass(kClass, &HostPump::Procedure, nullptr);
-    window_ = OwnedWindow(
-        CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Program(), nullptr));
+    window_ = OwnedWindow(CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Program(), nullptr));
     if (!window_)
         throw std::bad_alloc();
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));

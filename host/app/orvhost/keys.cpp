@@ -43,7 +43,8 @@ KeyStroke ParseKey(const std::wstring& name) {
         if (rest == known.name)
             stroke.key = known.key;
     }
-    const bool letter = rest.size() == 1 && ((rest[0] >= L'A' && rest[0] <= L'Z') || (rest[0] >= L'0' && rest[0] <= L'9'));
+    const bool letter =
+        rest.size() == 1 && ((rest[0] >= L'A' && rest[0] <= L'Z') || (rest[0] >= L'0' && rest[0] <= L'9'));
     if (letter)
         stroke.key = static_cast<WORD>(rest[0]);
     if (stroke.key == 0)

@@ -97,7 +97,8 @@ void MainWindow::FitStatusParts() {
     const int link = client.right - Scale(210, dpi);
     const int level = link - Scale(90, dpi);
     const int place = level - Scale(190, dpi);
-    const std::array<int, 5> edges = {std::max(place / 2, 1), std::max(place, 2), std::max(level, 3), std::max(link, 4), -1};
+    const std::array<int, 5> edges = {std::max(place / 2, 1), std::max(place, 2), std::max(level, 3), std::max(link, 4),
+                                      -1};
     SendMessageW(status_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     const std::array<std::wstring, 5> texts = {
         statusText_.empty() ? L"Ready" : statusText_, state_.file.empty() ? L"No file" : state_.file,

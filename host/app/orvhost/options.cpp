@@ -37,7 +37,7 @@ std::optional<std::int32_t> ErrorNumber(std::string_view text) {
 }
 
 std::filesystem::path PathOf(const std::string& utf8) {
-    return std::filesystem::path(sim::FromUtf8(utf8));
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 bool ParseSize(std::string_view text, Options& options) {
@@ -76,8 +76,9 @@ void Declare(CLI::App& app, Options& options) {
             name, [&target](const std::string& text) { target = PathOf(text); }, help);
     };
     path("FILE", options.file, "Device description to open");
-    AddParsed(app, "--device-at", "HOST:PORT", "Where the device listens; without it, it is simulated in this process",
-              [&options](const std::string& text) { return (options.deviceAt = ParseDeviceAddress(text)).has_value(); });
+    AddParsed(
+        app, "--device-at", "HOST:PORT", "Where the device listens; without it, it is simulated in this process",
+        [&options](const std::string& text) { return (options.deviceAt = ParseDeviceAddress(text)).has_value(); });
     app.add_option("--cluster", options.cluster, "Current cluster")->check(CLI::Range(0, 1023));
     app.add_option("--device", options.device, "Current device; 0 is the master")->check(CLI::Range(0, 31));
     app.add_option("--level", options.level, "Access level of the configuration")->check(CLI::Range(0, 3));
@@ -93,8 +94,8 @@ void Declare(CLI::App& app, Options& options) {
                       options.faults.push_back(*fault);
                   return fault.has_value();
               });
-    app.add_flag_callback("--no-extender", [&options] { options.extender = false; },
-                          "Host the control without an extender object");
+    app.add_flag_callback(
+        "--no-extender", [&options] { options.extender = false; }, "Host the control without an extender object");
     app.add_flag("--trace", options.trace, "Print every call of a host object");
     app.add_option("--time-limit", options.timeLimitSeconds, "Seconds that one command of a script may take")
         ->check(CLI::Range(1, 3600));

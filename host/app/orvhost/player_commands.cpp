@@ -109,9 +109,11 @@ void Player::SendKey(const std::wstring& name) {
     if (focus == nullptr)
         throw std::runtime_error("nothing has the keyboard");
     const HeldKeys held(stroke);
-    MSG down{focus, stroke.alt ? UINT{WM_SYSKEYDOWN} : UINT{WM_KEYDOWN}, stroke.key, stroke.alt ? 0x20000001 : 1, 0, {}};
-    MSG up{focus, stroke.alt ? UINT{WM_SYSKEYUP} : UINT{WM_KEYUP}, stroke.key,
-           static_cast<LPARAM>(0xC0000001 | (stroke.alt ? 0x20000000u : 0u)), 0, {}};
+    MSG down{focus, stroke.alt ? UINT{WM_SYSKEYDOWN} : UINT{WM_KEYDOWN}, stroke.key, stroke.alt ? 0x20000001 : 1, 0,
+             {}};
+    MSG up{focus,      stroke.alt ? UINT{WM_SYSKEYUP} : UINT{WM_KEYUP},
+           stroke.key, static_cast<LPARAM>(0xC0000001 | (stroke.alt ? 0x20000000u : 0u)),
+           0,          {}};
     host_.Pump().Handle(down);
     if (IsWindow(focus))
         host_.Pump().Handle(up);

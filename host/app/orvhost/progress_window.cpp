@@ -12,7 +12,8 @@ constexpr int kSteps = 10000; // hundredths of a percent
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_CLIPCHILDREN;
 
 HWND CreateLabel(HWND parent, const wchar_t* type, DWORD style) {
-    return CreateWindowExW(0, type, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent, nullptr, Program(), nullptr);
+    return CreateWindowExW(0, type, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent, nullptr, Program(),
+                           nullptr);
 }
 
 void SetTextIfOther(HWND window, const std::wstring& text) {

@@ -36,11 +36,11 @@ enum class BoxAnswer { Ok, Yes, No };
 
 struct ScriptCommand {
     Verb verb = Verb::Quit;
-    int line = 0;          ///< in the file, 1-based
-    std::wstring source;   ///< as written, without blanks around it
-    std::wstring name;     ///< of a control or a menu command
+    int line = 0;        ///< in the file, 1-based
+    std::wstring source; ///< as written, without blanks around it
+    std::wstring name;   ///< of a control or a menu command
     std::int32_t index = 0;
-    std::wstring text;     ///< node, text to type (control characters in place), value, file, part of a box's text
+    std::wstring text; ///< node, text to type (control characters in place), value, file, part of a box's text
     std::int32_t number = 0;
     std::int32_t element = 0;
     BoxAnswer answer = BoxAnswer::Ok;

@@ -28,8 +28,8 @@ class Site final : public Counted<IOleClientSite, IOleInPlaceSite, IOleControlSi
     STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
     STDMETHODIMP OnInPlaceActivate() override;
     STDMETHODIMP OnUIActivate() override;
-    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position, LPRECT clip,
-                                  LPOLEINPLACEFRAMEINFO info) override;
+    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position,
+                                  LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
     STDMETHODIMP Scroll(SIZE) override { return S_FALSE; }
     STDMETHODIMP OnUIDeactivate(BOOL undoable) override;
     STDMETHODIMP OnInPlaceDeactivate() override;

@@ -65,11 +65,13 @@ Picture TakePicture(HWND frame) {
     Draw(target.Get(), frame, {place.left, place.top});
     Owners owners{frame, {}};
     EnumThreadWindows(GetCurrentThreadId(), &CollectOwned, reinterpret_cast<LPARAM>(&owners));
-    std::for_each(owners.windows.rbegin(), owners.windows.rend(),
-                  [&](HWND window) { Draw(target.Get(), window, {place.left, place.top}); });
+    std::for_each(owners.windows.rbegin(), owners.windows.rend(), [&](HWND window) {
+        Draw(target.Get(), window, {place.left, place.top});
+    });
     GdiFlush();
     const auto* const first = static_cast<const std::uint32_t*>(bits);
-    picture.pixels.assign(first, first + static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
+    picture.pixels.assign(first,
+                          first + static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
     SelectObject(target.Get(), old);
     return picture;
 }

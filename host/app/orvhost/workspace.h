@@ -35,7 +35,8 @@ class Workspace {
 
     /// A value as the configuration and as the device holds it. Raise orv::Error or sim::AskError.
     std::wstring HostValue(std::int16_t cluster, std::int16_t device, std::int32_t number, std::int32_t element) const;
-    std::wstring DeviceValue(std::int16_t cluster, std::int16_t device, std::int32_t number, std::int32_t element) const;
+    std::wstring DeviceValue(std::int16_t cluster, std::int16_t device, std::int32_t number,
+                             std::int32_t element) const;
 
   private:
     std::filesystem::path file_;
