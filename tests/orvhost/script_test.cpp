@@ -36,7 +36,7 @@ TEST(Script, CountsLinesOfEitherKindAndSkipsWhatIsNoCommand) {
 }
 
 TEST(Script, TakesControlsWithAndWithoutAnIndex) {
-    EXPECT_EQ(Only("press cmdApply").index, 0);
+    EXPECT_EQ(Only("press cmdApply").index, kNoIndex);
     const auto indexed = Only("focus mbeCustomCodeID(18)");
     EXPECT_EQ(indexed.name, L"mbeCustomCodeID");
     EXPECT_EQ(indexed.index, 18);

@@ -2,13 +2,14 @@
 
 #include <stdexcept>
 
+#include "host/app/orvhost/script.h"
 #include "host/sim/utf8.h"
 
 namespace orv::host {
 namespace {
 
 std::string Label(const std::wstring& name, std::int32_t index) {
-    return sim::ToUtf8(name) + (index != 0 ? "(" + std::to_string(index) + ")" : "");
+    return sim::ToUtf8(name) + (index != kNoIndex ? "(" + std::to_string(index) + ")" : "");
 }
 
 bool IsClass(HWND window, const wchar_t* type) {
@@ -126,7 +127,7 @@ std::wstring ControlDriver::Value(const std::wstring& name, std::int32_t index) 
 }
 
 void ControlDriver::SelectNode(const std::wstring& path) const {
-    const HWND tree = FindUsable(L"tvw", 0);
+    const HWND tree = FindUsable(L"tvw", kNoIndex);
     const HTREEITEM item = FindNode(tree, Next(tree, TVGN_ROOT, nullptr), path);
     if (item == nullptr)
         throw std::runtime_error("the tree has no node \"" + sim::ToUtf8(path) + "\"");

@@ -1,3 +1,5 @@
+#include "host/app/orvhost/system.h"
+
 #include <shellapi.h>
 
 #include <fstream>

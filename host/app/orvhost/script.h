@@ -32,6 +32,9 @@ enum class Verb {
     WaitIdle
 };
 
+/// Of a control that is the only one of its name.
+inline constexpr std::int32_t kNoIndex = -1;
+
 enum class BoxAnswer { Ok, Yes, No };
 
 struct ScriptCommand {
@@ -39,7 +42,7 @@ struct ScriptCommand {
     int line = 0;        ///< in the file, 1-based
     std::wstring source; ///< as written, without blanks around it
     std::wstring name;   ///< of a control or a menu command
-    std::int32_t index = 0;
+    std::int32_t index = kNoIndex;
     std::wstring text; ///< node, text to type (control characters in place), value, file, part of a box's text
     std::int32_t number = 0;
     std::int32_t element = 0;
