@@ -1,7 +1,5 @@
 #include "controls/win32/tree_peer.h"
 
-#include <uxtheme.h>
-
 #include "controls/win32/peer_host.h"
 #include "platform/guarded.h"
 
@@ -9,8 +7,8 @@ namespace orv::controls::win32 {
 namespace {
 
 constexpr UINT kSync = WM_APP + 1;
-constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP |
-                         TVS_FULLROWSELECT | TVS_NONEVENHEIGHT | WS_TABSTOP;
+constexpr DWORD kStyle =
+    TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT | WS_TABSTOP;
 
 bool Reads(UINT message) {
     return (message >= TV_FIRST && message < TV_FIRST + 0x100) || message == WM_PAINT;
@@ -20,7 +18,6 @@ bool Reads(UINT message) {
 
 TreePeer::TreePeer(PeerHost& host, Tree& tree)
     : WindowPeer(host, tree, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}), tree_(tree), nodes_(Window()) {
-    SetWindowTheme(Window(), L"Explorer", nullptr);
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
     Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(host.LineHeight() + host.Scale(6)));
     ShowColours();
@@ -29,7 +26,7 @@ TreePeer::TreePeer(PeerHost& host, Tree& tree)
 }
 
 void TreePeer::ShowColours() {
-    // Left to itself the window asks its parent, a page, which is of another colour.
+    // Named outright: a theme may fill the empty part below the nodes with the colour of a page.
     TreeView_SetBkColor(Window(), GetSysColor(COLOR_WINDOW));
     TreeView_SetTextColor(Window(), GetSysColor(COLOR_WINDOWTEXT));
 }
@@ -74,13 +71,23 @@ void TreePeer::Mirror(Aspect aspect) {
 }
 
 LRESULT TreePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)
-        pressed_ = {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
-    if (message == WM_SYSCOLORCHANGE)
-        ShowColours();
-    if (message == kSync || (Reads(message) && stale_))
+    if (stale_ && Reads(message))
         Sync();
-    return message == kSync ? 0 : WindowPeer::Handle(message, wparam, lparam);
+    switch (message) {
+    case kSync:
+        Sync();
+        return 0;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        pressed_ = {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+        break;
+    case WM_SYSCOLORCHANGE:
+        ShowColours();
+        break;
+    default:
+        break;
+    }
+    return WindowPeer::Handle(message, wparam, lparam);
 }
 
 LRESULT TreePeer::Notify(NMHDR& header) {
