@@ -66,7 +66,7 @@ def filled(count, first, rest):
 def add_globals(dev, c):
     dev.add(330, "/OutputFormat/Advanced", "int16", 1, [c["advanced"]], choices=["Standard", "Advanced"])
     dev.add(399, "/OutputFormat/CodeIdentifier", "int32", 1, [c["code_id"]],
-            choices=["Disabled", "Standard", "AIM", "Custom"])
+            choices=["Disabled", "Standard", "Custom", "AIM"])
     for index in range(19):
         text = "" if index in (8, 11, 17) else chr(ord("A") + index)
         dev.add(400 + index, f"/OutputFormat/CustomIdentifier{index}", "bytes", 2, [text], length=16)
