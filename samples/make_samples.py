@@ -212,7 +212,7 @@ def base(cluster_name, model):
         [item(2, 0, text="PARCEL ")],
     ]
     return {
-        "advanced": 1, "code_id": 3, "combination": 2, "expression": "1|2&[3]", "header": "CONV ",
+        "advanced": 1, "code_id": 2, "combination": 2, "expression": "1|2&[3]", "header": "CONV ",
         "no_code_items": "21 22 25 26", "no_global_items": "18 19 20 21", "transports": TRANSPORTS,
         "slots": 10, "groups": 10, "formats": 4, "items": 20, "rows": rows, "format_transports": [1, 8192, 4226],
         "sources": ["Master", "Slave 1", "Slave 2", "Slave 3"], "model": model, "cluster_name": cluster_name,
