@@ -14,7 +14,7 @@ class FakeContainer final : public ContainerEvents {
     HWND Frame() override { return frame_.Get(); }
     HWND Area() override { return area_; }
     void SetStatusText(const std::wstring& text) override { status = text; }
-    void SetModeless(bool enabled) override { modal += enabled ? -1 : 1; }
+    void SetModeless(bool on) override { modal += on ? -1 : 1; }
     void LeaveControl(bool) override { ++left; }
     bool ControlVisible() override { return visible; }
     void SetControlVisible(bool on) override { visible = on; }

@@ -145,6 +145,8 @@ void HostApp::Log(LogSource source, const std::wstring& text) {
         Say(L"wire: " + text);
     if (window_)
         window_->Log().Add(source, text);
+    if (player_)
+        player_->Stirred();
 }
 
 void HostApp::Report(const std::string& failure) {

@@ -51,7 +51,11 @@ void LogPane::SetFont(HFONT font, UINT dpi) {
 
 void LogPane::Move(const RECT& place) {
     MoveWindow(list_, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
-    SendMessageW(list_, LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE_USEHEADER); // the last column fills the rest
+    // Room for the scroll bar from the start, so that the message column does not need one of its own when it comes.
+    const UINT dpi = GetDpiForWindow(list_);
+    const int scroll = GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    const int rest = place.right - place.left - scroll - Scale(kSourceWidth, dpi);
+    SendMessageW(list_, LVM_SETCOLUMNWIDTH, 1, rest > 0 ? rest : 0);
 }
 
 void LogPane::Add(LogSource source, std::wstring text) {
@@ -102,8 +106,8 @@ LRESULT LogPane::Colour(NMLVCUSTOMDRAW& draw) const {
         return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_.size())
         return CDRF_DODEFAULT;
-    if (rows_[draw.nmcd.dwItemSpec].source == LogSource::Debug)
-        draw.clrText = GetSysColor(COLOR_GRAYTEXT);
+    if (rows_[draw.nmcd.dwItemSpec].source == LogSource::Device)
+        draw.clrText = GetSysColor(COLOR_HOTLIGHT);
     return CDRF_DODEFAULT;
 }
 

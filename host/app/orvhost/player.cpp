@@ -8,7 +8,8 @@ namespace orv::host {
 namespace {
 
 constexpr UINT kTick = 50;
-constexpr int kStalled = 4; // ticks without the host's own loop: somebody else's loop is running
+// Ticks without the host's own loop and without a sign of life: somebody else's loop is running, and waits.
+constexpr int kStalled = 20;
 
 } // namespace
 
