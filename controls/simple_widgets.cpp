@@ -7,6 +7,7 @@
 namespace orv::controls {
 namespace {
 
+constexpr int kButtonWidth = 75;
 constexpr int kButtonPadding = 12;
 constexpr int kButtonHeight = 24;
 constexpr int kMarkSize = 13;
@@ -54,7 +55,7 @@ bool Button::AccessKeyPressed() {
 }
 
 Size Button::MinimumSize(const TextMeasure& measure) const {
-    return {measure.Width(PlainCaption()) + 2 * measure.Scale(kButtonPadding),
+    return {std::max(measure.Width(PlainCaption()) + 2 * measure.Scale(kButtonPadding), measure.Scale(kButtonWidth)),
             std::max(measure.LineHeight() + measure.Scale(8), measure.Scale(kButtonHeight))};
 }
 

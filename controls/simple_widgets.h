@@ -19,10 +19,14 @@ class Label : public Widget {
     /// A text of any length, cut with an ellipsis where it does not fit; its tool tip is the whole text.
     void SetElides(bool elides) { elides_ = elides; }
     bool Elides() const { return elides_; }
+    /// Title of what stands below it: drawn heavier. Set before it is shown.
+    void SetHeading(bool heading) { heading_ = heading; }
+    bool Heading() const { return heading_; }
     Size MinimumSize(const TextMeasure& measure) const override;
 
   private:
     bool elides_ = false;
+    bool heading_ = false;
     std::wstring widest_;
 };
 

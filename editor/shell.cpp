@@ -36,6 +36,7 @@ Shell::Shell(controls::Form& owner)
     tvw.SetAccessibleName(Load(Id::TreeName));
     for (controls::Label* label : {&lblPage, &lblDevice, &lblTarget})
         label->SetElides(true);
+    lblPage.SetHeading(true);
 }
 
 void Shell::AddBottom() {

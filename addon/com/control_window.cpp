@@ -29,12 +29,18 @@ ControlWindow::ControlWindow(editor::Editor& editor, const platform::win32::Acti
              {hooks_.activate, [this] { Layout(); },
               [this](MSG& message, bool) { return hooks_.passOn && hooks_.passOn(message); }}) {
     editor_.Form().SetClipboard(&clipboard_);
-    editor_.bottomPanelWindow = [this] { return reinterpret_cast<device::WindowHandle>(peers_.WindowOf(L"picBottom")); };
+    editor_.windowOf = [this](const controls::Widget& widget) {
+        return reinterpret_cast<device::WindowHandle>(peers_.WindowOf(widget.Name(), widget.Index()));
+    };
+    editor_.bottomPanelWindow = [this] {
+        return reinterpret_cast<device::WindowHandle>(peers_.WindowOf(L"picBottom"));
+    };
 }
 
 ControlWindow::~ControlWindow() {
     Destroy();
     editor_.bottomPanelWindow = nullptr;
+    editor_.windowOf = nullptr;
     editor_.Form().SetClipboard(nullptr);
     UnregisterClassW(kClass, platform::win32::OwnModule());
 }

@@ -1,5 +1,7 @@
 #include "controls/win32/label_peer.h"
 
+#include "controls/simple_widgets.h"
+
 namespace orv::controls::win32 {
 namespace {
 
@@ -13,6 +15,17 @@ DWORD StyleOf(const Widget& label) {
 
 LabelPeer::LabelPeer(PeerHost& host, Widget& label) : WindowPeer(host, label, {L"STATIC", StyleOf(label)}) {
     Mirror(Aspect::Caption);
+    if (static_cast<const Label&>(label).Heading())
+        MakeHeading();
+}
+
+void LabelPeer::MakeHeading() {
+    LOGFONTW font{};
+    GetObjectW(Host().Font(), sizeof font, &font);
+    font.lfWeight = FW_BOLD;
+    heading_.Reset(CreateFontIndirectW(&font));
+    if (heading_.Get())
+        Send(WM_SETFONT, reinterpret_cast<WPARAM>(heading_.Get()), FALSE);
 }
 
 } // namespace orv::controls::win32

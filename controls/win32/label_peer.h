@@ -1,5 +1,6 @@
 #pragma once
 #include "controls/win32/window_peer.h"
+#include "platform/win32/owned.h"
 
 namespace orv::controls::win32 {
 
@@ -7,6 +8,11 @@ namespace orv::controls::win32 {
 class LabelPeer final : public WindowPeer {
   public:
     LabelPeer(PeerHost& host, Widget& label);
+
+  private:
+    void MakeHeading();
+
+    platform::win32::OwnedFont heading_;
 };
 
 } // namespace orv::controls::win32
