@@ -89,8 +89,9 @@ void HostApp::ShowAddOn() {
         throw std::runtime_error("no device description is open");
     if (!session_)
         session_ = std::make_shared<Session>(
-            component_, *this, ComPtr<IOrvApplication>::Adopt(new ApplicationFace(workspace_->Bench()->Application())),
-            target_, options_.extender);
+            component_.Create(), *this,
+            ComPtr<IOrvApplication>::Adopt(new ApplicationFace(workspace_->Bench()->Application())), target_,
+            options_.extender);
     const auto session = session_;
     UpdateFrame();
     session->Show();

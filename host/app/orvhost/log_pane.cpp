@@ -73,23 +73,19 @@ void LogPane::Clear() {
     SendMessageW(list_, LVM_SETITEMCOUNT, 0, 0);
 }
 
-bool LogPane::Notify(const NMHDR& header, LPARAM lparam, LRESULT& result) {
+void LogPane::Notify(const NMHDR& header, LPARAM lparam) {
     if (header.hwndFrom != list_)
-        return false;
-    result = 0;
+        return;
     switch (header.code) {
     case LVN_GETDISPINFOW:
         FillCell(reinterpret_cast<NMLVDISPINFOW*>(lparam)->item);
-        return true;
-    case NM_CUSTOMDRAW:
-        result = Colour(*reinterpret_cast<NMLVCUSTOMDRAW*>(lparam));
-        return true;
+        return;
     case LVN_KEYDOWN:
         if (reinterpret_cast<NMLVKEYDOWN*>(lparam)->wVKey == 'C' && GetKeyState(VK_CONTROL) < 0)
             CopySelection();
-        return true;
+        return;
     default:
-        return false;
+        return;
     }
 }
 
@@ -99,16 +95,6 @@ void LogPane::FillCell(LVITEMW& item) {
         return;
     const wchar_t* const text = item.iSubItem == 0 ? NameOf(rows_[row].source) : rows_[row].text.c_str();
     lstrcpynW(item.pszText, text, item.cchTextMax);
-}
-
-LRESULT LogPane::Colour(NMLVCUSTOMDRAW& draw) const {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return CDRF_NOTIFYITEMDRAW;
-    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_.size())
-        return CDRF_DODEFAULT;
-    if (rows_[draw.nmcd.dwItemSpec].source == LogSource::Device)
-        draw.clrText = GetSysColor(COLOR_HOTLIGHT);
-    return CDRF_DODEFAULT;
 }
 
 void LogPane::CopySelection() {

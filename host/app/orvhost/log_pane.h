@@ -17,8 +17,8 @@ class LogPane {
     void Move(const RECT& place);
     void Add(LogSource source, std::wstring text);
     void Clear();
-    /// Notifications of the list; answers whether `result` is to be returned.
-    bool Notify(const NMHDR& header, LPARAM lparam, LRESULT& result);
+    /// Notifications of the list.
+    void Notify(const NMHDR& header, LPARAM lparam);
 
   private:
     struct Row {
@@ -26,7 +26,6 @@ class LogPane {
         std::wstring text;
     };
     void FillCell(LVITEMW& item);
-    LRESULT Colour(NMLVCUSTOMDRAW& draw) const;
     void CopySelection();
 
     HWND list_ = nullptr; // lives and dies with its parent

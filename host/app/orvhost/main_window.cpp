@@ -146,9 +146,8 @@ LRESULT MainWindow::Notify(LPARAM lparam) {
     const auto& header = *reinterpret_cast<const NMHDR*>(lparam);
     if (header.code == NM_SETFOCUS && header.hwndFrom == log_.Window())
         listener_.OnPaneFocused();
-    LRESULT result = 0;
-    log_.Notify(header, lparam, result);
-    return result;
+    log_.Notify(header, lparam);
+    return 0;
 }
 
 void MainWindow::Activated(WPARAM wparam) {

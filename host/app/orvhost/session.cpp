@@ -23,9 +23,9 @@ ComPtr<Interface> Needed(const ComPtr<From>& object, const wchar_t* name) {
 
 } // namespace
 
-Session::Session(ComponentFile& component, ContainerEvents& events, const ComPtr<IOrvApplication>& application,
+Session::Session(ComPtr<IAddOn> addOn, ContainerEvents& events, const ComPtr<IOrvApplication>& application,
                  Target target, bool withExtender)
-    : events_(events), site_(Make<Site>(events, withExtender)), addOn_(component.Create()) {
+    : events_(events), site_(Make<Site>(events, withExtender)), addOn_(std::move(addOn)) {
     gui_ = Needed<IAddOnGUI>(addOn_, L"IAddOnGUI");
     object_ = Needed<IOleObject>(addOn_, L"IOleObject");
     dispatch_ = addOn_.As<IDispatch>();
@@ -65,6 +65,8 @@ void Session::Show() {
         SetVisible(true);
         return;
     }
+    if (!object_)
+        return; // closed meanwhile
     const RECT area = AreaRect();
     Check(object_->SetClientSite(site_.Get()));
     if (const auto stream = object_.As<IPersistStreamInit>())
@@ -81,7 +83,8 @@ void Session::Show() {
 
 void Session::Activate() {
     const ComPtr<IAddOnGUI> gui = gui_; // the slave question may end in closing
-    Check(gui->Activate());
+    if (gui)
+        Check(gui->Activate());
 }
 
 void Session::Resize() {
@@ -99,7 +102,7 @@ std::int16_t Session::Result() {
 
 bool Session::MayUnload() {
     VARIANT_BOOL agreed = VARIANT_TRUE;
-    return FAILED(gui_->RequestUnload(&agreed)) || agreed != VARIANT_FALSE;
+    return !gui_ || FAILED(gui_->RequestUnload(&agreed)) || agreed != VARIANT_FALSE;
 }
 
 HWND Session::Window() const {

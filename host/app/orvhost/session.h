@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "host/app/orvhost/component_file.h"
 #include "host/app/orvhost/container_events.h"
 #include "host/app/orvhost/site.h"
 
@@ -19,9 +18,9 @@ class Session {
         std::int16_t device = 0;
     };
 
-    /// Creates the component, registers the host with it, names the target and enables it. Raises orv::Error.
-    Session(ComponentFile& component, ContainerEvents& events, const ComPtr<IOrvApplication>& application,
-            Target target, bool withExtender);
+    /// Registers the host with a new add-on, names the target and enables it. Raises orv::Error.
+    Session(ComPtr<IAddOn> addOn, ContainerEvents& events, const ComPtr<IOrvApplication>& application, Target target,
+            bool withExtender);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
