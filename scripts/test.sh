@@ -37,8 +37,8 @@ test_windows() {
         >out/test/scripts/inspect.log || true
     cat out/test/scripts/inspect.log
     source scripts/tour.sh
-    check_tour >out/test/scripts/tour.log 2>&1 || true
-    cat out/test/scripts/tour.log
+    check_plays >out/test/scripts/plays.log 2>&1 || echo "not ok plays: ended early" >>out/test/scripts/plays.log
+    cat out/test/scripts/plays.log
 }
 
 run_tests() {

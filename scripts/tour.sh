@@ -68,10 +68,49 @@ run() {
     echo "Pictures: $(ls out/run/*.png | tr '\n' ' ')"
 }
 
-# The same tour as a test: one line a thing that has to hold.
-check_tour() {
+# checked NAME SAMPLE [DEVICE-OPTION...]: a script as a test, one line a thing that has to hold.
+checked() {
+    local name=$1 sample=$2 status=0
+    shift 2
+    start_device "$sample" "$@" || return 1
+    play "samples/$name.play" "$sample" "out/test/$name" --device-at "$DEVICE_AT" --level 3 \
+        >"out/test/$name.txt" 2>"out/test/$name.err" || status=$?
+    stop_device
+    python3 scripts/check_play.py "$name" "out/test/$name.txt" "$status"
+}
+
+check_plays() {
     register_component
-    local status=0
-    tour out/test/tour >out/test/tour.txt 2>out/test/tour.err || status=$?
-    python3 scripts/check_tour.py out/test/tour.txt out/test/tour "$status"
+    checked tour samples/conveyor.json
+    checked failed-save samples/tiny.json --fail-set /OutputFormat/Header:310
+    checked close-while-saving samples/tiny.json --silent-after 5
+    checked drop-connection samples/tiny.json --silent-after 5
+}
+
+# A session whose windows are 50 % larger than usual.
+at_dpi() {
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
+    wineserver -k
+    wineserver -w
+}
+
+shots() {
+    local size
+    make_prefix
+    [[ -n ${DISPLAY:-} ]] || start_display
+    register_component
+    for size in 640x480 800x560 1600x1000; do
+        play samples/pages.play samples/conveyor.json "out/shots/$size" --size "$size" --level 3 >/dev/null
+    done
+    play samples/slave.play samples/tunnel.json out/shots/slave --cluster 1 --device 2 --level 3 --size 800x560 >/dev/null
+    start_device samples/tiny.json --fail-set /OutputFormat/Header:310
+    play samples/failed-save.play samples/tiny.json out/shots/failed --device-at "$DEVICE_AT" --level 3 --size 800x560 >/dev/null
+    stop_device
+    start_device samples/tiny.json --silent-after 5
+    play samples/close-while-saving.play samples/tiny.json out/shots/waiting --device-at "$DEVICE_AT" --size 800x560 >/dev/null
+    stop_device
+    at_dpi 144
+    play samples/pages.play samples/conveyor.json out/shots/150-percent --size 1200x840 --level 3 >/dev/null
+    at_dpi 96
+    ls out/shots/*/*.png
 }

@@ -1,6 +1,7 @@
 #include "controls/win32/label_peer.h"
 
 #include "controls/simple_widgets.h"
+#include "controls/win32/peer_host.h"
 
 namespace orv::controls::win32 {
 namespace {

@@ -1,0 +1,71 @@
+"""Checks what a played script printed: check_play.py NAME TRANSCRIPT STATUS, one "ok" or "not ok" line a case."""
+import sys
+
+# Lines that must stand in the transcript in this order; others may stand between them.
+EXPECTED = {
+    "tour": [
+        "> press cmdApply",
+        "log: MIBSAP.Connect",
+        "log: (Send) MIBSAP Set /OutputFormat/Header = <STX>",
+        "log: (Receive) MIBSAP Response OK",
+        "log:   Writing /OutputFormat/Header = <STX>...",
+        "log:   Write OK!",
+        "log: (Send) MIBSAP Set /OutputFormat/Terminator = <CR><LF>",
+        "log: (Receive) MIBSAP Response OK",
+        "log:   Writing /OutputFormat/Terminator = <CR><LF>...",
+        "log:   Write OK!",
+        "log: (Send) MIBSAP EndSession",
+        "log: MIBSAP Disconnect",
+        "> print device 6",
+        "= 02",
+        "> print device 7",
+        "= 0D0A",
+        "> print host 6",
+        "= 02",
+        "> print host 7",
+        "= 0D0A",
+        "= disabled",
+        "= 1",
+        "closed: result 1",
+        "terminated: 0 host objects in use",
+    ],
+    "failed-save": [
+        "log: (Receive) MIBSAP ERROR 310",
+        "> print enabled cmdApply",
+        "= enabled",
+        "terminated: 0 host objects in use",
+    ],
+    "close-while-saving": ["> press cmdApply", "log: MIBSAP.Connect", "> meanwhile quit"],
+    "drop-connection": [
+        "> meanwhile menu Drop Connection",
+        "log: (Receive) MIBSAP ERROR 504",
+        "= enabled",
+        "= 1",
+        "= enabled",
+        "terminated: 0 host objects in use",
+    ],
+}
+SECRETS = ("VLPX", "RRNN", "QMVRTK4826", "TRAVEN")
+
+
+def missing(lines, wanted):
+    """The first wanted line that does not follow the ones before it; None when all stand in order."""
+    rest = iter(lines)
+    for line in wanted:
+        if not any(line == found for found in rest):
+            return line
+    return None
+
+
+def main(name, transcript, status):
+    lines = open(transcript, encoding="utf-8").read().splitlines()
+    gap = missing(lines, EXPECTED[name])
+    print(f"ok {name}: {len(EXPECTED[name])} lines in order" if gap is None else f"not ok {name}: no \"{gap}\" in its place")
+    print(f"{'ok' if status == '0' else 'not ok'} {name}: ended with {status}")
+    leaks = [secret for secret in SECRETS if any(secret in line for line in lines)]
+    print(f"not ok {name}: shows {leaks}" if leaks else f"ok {name}: no password")
+    if gap is not None or status != "0":
+        print("\n".join("   " + line for line in lines[-25:]))
+
+
+main(*sys.argv[1:])
