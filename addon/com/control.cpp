@@ -45,11 +45,9 @@ Control::Control(IUnknown* outer)
       product_(new addon::AddOn(process_->State(), *this)),
       window_(std::make_unique<ControlWindow>(
           product_->Editor(), process_->Services().Context(),
-          ControlWindow::Hooks{[this] { FocusArrived(); }, [this](MSG& message) { return PassOn(message); },
-                               [this] {
-                                   platform::ReportCurrentException(process_->Services().Boxes(),
-                                                                    L"AddOnControl.Window");
-                               }})),
+          ControlWindow::Hooks{
+              [this] { FocusArrived(); }, [this](MSG& message) { return PassOn(message); },
+              [this] { platform::ReportCurrentException(process_->Services().Boxes(), L"AddOnControl.Window"); }})),
       inPlace_(site_, *window_, inPlaceFaces_), extent_(DefaultExtent()) {
     process_->SetParty(this);
     process_->Services().Pump().SetPreTranslate([this](MSG& message) { return window_->TranslateKey(message); });

@@ -12,9 +12,9 @@ namespace orv::addon::com {
 class ControlWindow {
   public:
     struct Hooks {
-        std::function<void()> activate;                 ///< a click, or the focus, reached the control
-        std::function<bool(MSG&)> passOn;               ///< a key that the editor has no use for
-        std::function<void()> failed;                   ///< shows the exception in flight, which must go no further
+        std::function<void()> activate;   ///< a click, or the focus, reached the control
+        std::function<bool(MSG&)> passOn; ///< a key that the editor has no use for
+        std::function<void()> failed;     ///< shows the exception in flight, which must go no further
     };
 
     /// Editor and context outlive the window.

@@ -74,9 +74,7 @@ class TableAdapter final : public device::ParameterTable {
         Call(table_, &IOrvParameterTable::Describe, LONG{entry}, description.Put());
         return ReadDescription(Present(std::move(description)));
     }
-    void SetInteractiveMode(bool on) override {
-        Call(table_, &IOrvParameterTable::put_InteractiveMode, FromBool(on));
-    }
+    void SetInteractiveMode(bool on) override { Call(table_, &IOrvParameterTable::put_InteractiveMode, FromBool(on)); }
 
   private:
     ComPtr<IOrvParameterTable> table_;

@@ -56,7 +56,8 @@ HRESULT HostFaces::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* p
     return Answer(
         [&] {
             SetErrorInfo(0, nullptr);
-            return Info().Invoke(static_cast<IAddOnControl*>(this), member, flags, parameters, result, failure, argument);
+            return Info().Invoke(static_cast<IAddOnControl*>(this), member, flags, parameters, result, failure,
+                                 argument);
         },
         parameters);
 }

@@ -45,7 +45,8 @@ bool ModuleInUse() {
 std::wstring ModulePath() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD length = GetModuleFileNameW(platform::win32::OwnModule(), path.data(), static_cast<DWORD>(path.size()));
+        const DWORD length =
+            GetModuleFileNameW(platform::win32::OwnModule(), path.data(), static_cast<DWORD>(path.size()));
         if (length == 0)
             throw SystemError(HRESULT_FROM_WIN32(GetLastError()));
         if (length < path.size()) {

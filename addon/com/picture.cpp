@@ -16,8 +16,7 @@ ComPtr<IPictureDisp> MakePicture() {
     description.picType = PICTYPE_ICON;
     description.icon.hicon = icon;
     ComPtr<IPictureDisp> picture;
-    const HRESULT result =
-        OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.PutVoid());
+    const HRESULT result = OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.PutVoid());
     if (FAILED(result)) {
         DestroyIcon(icon);
         throw SystemError(result);

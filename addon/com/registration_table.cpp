@@ -45,7 +45,8 @@ LSTATUS Write(HKEY root, const RegistryEntry& entry) {
         return status;
     const OwnedKey key(raw);
     const auto size = static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t));
-    status = RegSetValueExW(raw, entry.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()), size);
+    status =
+        RegSetValueExW(raw, entry.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()), size);
     if (status != ERROR_SUCCESS)
         return status;
     return Holds(root, entry) ? ERROR_SUCCESS : ERROR_REGISTRY_IO_FAILED;

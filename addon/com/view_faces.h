@@ -15,8 +15,8 @@ class ViewFaces final : public Face<IViewObject2> {
     using Face::Face;
 
     HRESULT STDMETHODCALLTYPE Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC reference,
-                                   HDC target, LPCRECTL bounds, LPCRECTL window, BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR),
-                                   ULONG_PTR argument) override;
+                                   HDC target, LPCRECTL bounds, LPCRECTL window,
+                                   BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR), ULONG_PTR argument) override;
     HRESULT STDMETHODCALLTYPE GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device,
                                           HDC reference, LOGPALETTE** palette) override;
     HRESULT STDMETHODCALLTYPE Freeze(DWORD aspect, LONG index, void* aspectInfo, DWORD* freeze) override;

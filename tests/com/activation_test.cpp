@@ -23,9 +23,8 @@ bool InOrder(const Journal& journal, const std::vector<std::string>& wanted) {
 TEST_F(Activation, SpeaksToTheSiteInOrder) {
     Start();
     ASSERT_EQ(container->Verb(OLEIVERB_UIACTIVATE), S_OK);
-    EXPECT_TRUE(InOrder(container->journal,
-                        {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindowContext", "ShowObject", "OnUIActivate",
-                         "SetActiveObject", "SetBorderSpace none"}))
+    EXPECT_TRUE(InOrder(container->journal, {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindowContext",
+                                             "ShowObject", "OnUIActivate", "SetActiveObject", "SetBorderSpace none"}))
         << testing::PrintToString(container->journal);
     EXPECT_TRUE(container->frame.active);
     container->journal.clear();

@@ -101,8 +101,11 @@ TEST_F(Adapters, ReadAndWriteWhatTheHostHolds) {
     for (const auto& wanted : contents.devices.front().parameters) {
         const auto entry = table->FindByNumber(wanted.number);
         ASSERT_NE(entry, 0) << wanted.number;
-        const auto direct = bench->CreateConfigurationManager()->GetConfiguration()->GetDeviceRecords()->Record(0, 0)->
-            GetParameterTable(0);
+        const auto direct = bench->CreateConfigurationManager()
+                                ->GetConfiguration()
+                                ->GetDeviceRecords()
+                                ->Record(0, 0)
+                                ->GetParameterTable(0);
         const auto there = direct->FindByNumber(wanted.number);
         EXPECT_EQ(table->GetValue(entry, 0), direct->GetValue(there, 0)) << wanted.number;
         const auto described = table->Describe(entry);
@@ -123,8 +126,8 @@ TEST_F(Adapters, EveryFailureOfAHostCallFliesAsItsNumberAndText) {
     constexpr auto kNumber = static_cast<std::int32_t>(0x80040777);
     const auto configuration = factory.CreateConfigurationManager()->GetConfiguration();
     const auto support = factory.CreateSupportObject();
-    const auto application = AdaptApplication(
-        ComPtr<IOrvApplication>(host::Make<host::ApplicationFace>(bench->Application()).Get()));
+    const auto application =
+        AdaptApplication(ComPtr<IOrvApplication>(host::Make<host::ApplicationFace>(bench->Application()).Get()));
     const auto table = configuration->GetDeviceRecords()->Record(0, 0)->GetParameterTable(0);
     const std::function<void()> calls[] = {
         [&] { configuration->AccessLevel(); },

@@ -4,8 +4,8 @@
 #include "tests/com/component.h"
 
 #include <ocidl.h>
-#include <oleidl.h>
 #include <olectl.h>
+#include <oleidl.h>
 
 namespace orv::tests {
 namespace {
@@ -45,14 +45,22 @@ TEST(Class, ControlsThatAreNeverShownComeAndGo) {
     EXPECT_TRUE(component.CanUnload()) << "a control whose first query failed is left";
 }
 
-const IID* const kFaces[] = {&IID_IDispatch,          &IID_IAddOnControl,
-                             &IID_IAddOn,             &IID_IAddOnGUI,
-                             &IID_IAddOnCompatibility, &IID_IOleObject,
-                             &IID_IOleControl,        &IID_IOleWindow,
-                             &IID_IOleInPlaceObject,  &IID_IOleInPlaceActiveObject,
-                             &IID_IViewObject,        &IID_IViewObject2,
-                             &IID_IPersist,           &IID_IPersistStreamInit,
-                             &IID_IPersistPropertyBag, &IID_IProvideClassInfo,
+const IID* const kFaces[] = {&IID_IDispatch,
+                             &IID_IAddOnControl,
+                             &IID_IAddOn,
+                             &IID_IAddOnGUI,
+                             &IID_IAddOnCompatibility,
+                             &IID_IOleObject,
+                             &IID_IOleControl,
+                             &IID_IOleWindow,
+                             &IID_IOleInPlaceObject,
+                             &IID_IOleInPlaceActiveObject,
+                             &IID_IViewObject,
+                             &IID_IViewObject2,
+                             &IID_IPersist,
+                             &IID_IPersistStreamInit,
+                             &IID_IPersistPropertyBag,
+                             &IID_IProvideClassInfo,
                              &IID_ISupportErrorInfo};
 
 TEST(Class, EveryFaceLeadsToOneIdentityAndBack) {

@@ -25,8 +25,8 @@ IUnknown* As(I* face) {
 } // namespace
 
 HRESULT Frame::QueryInterface(REFIID id, void** object) {
-    const bool known = id == IID_IUnknown || id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow ||
-                       id == IID_IOleInPlaceFrame;
+    const bool known =
+        id == IID_IUnknown || id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow || id == IID_IOleInPlaceFrame;
     return Give(known ? this : nullptr, object);
 }
 

@@ -9,8 +9,8 @@
 #include "tests/com/component.h"
 
 #include <ocidl.h>
-#include <oleidl.h>
 #include <olectl.h>
+#include <oleidl.h>
 
 namespace orv::tests {
 
@@ -81,7 +81,9 @@ class Container final : public Counted<IOleClientSite, IOleInPlaceSite, IOleCont
     explicit Container(Manners given = {});
     ~Container();
     HWND Window() const { return window_.Get(); }
-    bool Wrote(const std::string& line) const { return std::find(journal.begin(), journal.end(), line) != journal.end(); }
+    bool Wrote(const std::string& line) const {
+        return std::find(journal.begin(), journal.end(), line) != journal.end();
+    }
 
     /// In the order that containers use: site, extent, activation, rectangles.
     HRESULT Embed(const ComPtr<IUnknown>& control);
@@ -107,8 +109,8 @@ class Container final : public Counted<IOleClientSite, IOleInPlaceSite, IOleCont
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return Write("CanInPlaceActivate"); }
     HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return Write("OnInPlaceActivate"); }
     HRESULT STDMETHODCALLTYPE OnUIActivate() override { return Write("OnUIActivate"); }
-    HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position,
-                                               LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+    HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                               LPRECT position, LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
     HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return Write("OnUIDeactivate"); }
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return Write("OnInPlaceDeactivate"); }

@@ -13,7 +13,8 @@ constexpr wchar_t kPlace[] = L"Software\\OrvRegistrationTest";
 
 OwnedKey Make(HKEY parent, const wchar_t* path, DWORD options = REG_OPTION_NON_VOLATILE) {
     HKEY key = nullptr;
-    EXPECT_EQ(RegCreateKeyExW(parent, path, 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(RegCreateKeyExW(parent, path, 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
     return OwnedKey(key);
 }
 

@@ -101,8 +101,8 @@ TEST_F(Registered, MovedFileRepairsItsPath) {
                               static_cast<DWORD>((stale.size() + 1) * sizeof(wchar_t))),
               ERROR_SUCCESS);
     ComPtr<IUnknown> made;
-    EXPECT_TRUE(FAILED(
-        CoCreateInstance(CLSID_AddOnControl, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, made.PutVoid())));
+    EXPECT_TRUE(
+        FAILED(CoCreateInstance(CLSID_AddOnControl, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, made.PutVoid())));
     ASSERT_EQ(component.Register(), S_OK);
     EXPECT_EQ(CoCreateInstance(CLSID_AddOnControl, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, made.PutVoid()), S_OK);
 }
