@@ -50,3 +50,15 @@ function(orv_header_library target)
   add_library(${target} INTERFACE)
   target_include_directories(${target} SYSTEM INTERFACE ${dir})
 endfunction()
+
+# orv_ship(target): debug information goes into a file beside the program, which finds it there; what ships stays small.
+function(orv_ship target)
+  if(NOT WIN32)
+    return()
+  endif()
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+    COMMAND ${CMAKE_OBJCOPY} --strip-debug --strip-unneeded --add-gnu-debuglink=$<TARGET_FILE:${target}>.debug
+            $<TARGET_FILE:${target}>
+    VERBATIM)
+endfunction()

@@ -13,7 +13,7 @@ ROOMS = {
     "editor": {"text", "platform", "device", "model", "controls"},
     "addon": {"text", "platform", "device", "model", "controls", "editor"},
     "addon/com": {"text", "platform", "device", "model", "controls", "editor", "addon", "platform/win32",
-                  "controls/win32", "contracts", "system"},
+                  "controls/win32", "addon/resources", "contracts", "system"},
     "addon/resources": {"text", "system"},
     "controls/win32": {"controls", "text", "platform", "platform/win32", "system"},
     "platform/win32": {"platform", "text", "system"},

@@ -17,8 +17,13 @@ struct CodeDefPageTest : test::EditorFixture {
 };
 
 TEST_F(CodeDefPageTest, TheIdentifierFrameIsEnabledForUserDefinedAlone) {
-    EXPECT_EQ(CodeID().SelectedData(), root.CodeID());
-    EXPECT_FALSE(FrameEnabled());
+    for (const std::int32_t stored : {0, 2, 3}) {
+        root.CodeID(stored);
+        Click(L"CodeDef");
+        EXPECT_EQ(CodeID().SelectedData(), stored);
+        EXPECT_EQ(FrameEnabled(), stored == 2);
+    }
+    EXPECT_FALSE(editor->Modified());
     SelectCodeID(2);
     EXPECT_TRUE(FrameEnabled());
     EXPECT_EQ(root.CodeID(), 2);
