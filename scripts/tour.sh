@@ -72,11 +72,12 @@ run() {
 checked() {
     local name=$1 sample=$2 status=0
     shift 2
+    mkdir -p out/test/plays
     start_device "$sample" "$@" || return 1
-    play "samples/$name.play" "$sample" "out/test/$name" --device-at "$DEVICE_AT" --level 3 \
-        >"out/test/$name.txt" 2>"out/test/$name.err" || status=$?
+    play "samples/$name.play" "$sample" "out/test/plays/$name" --device-at "$DEVICE_AT" --level 3 \
+        >"out/test/plays/$name.txt" 2>"out/test/plays/$name.err" || status=$?
     stop_device
-    python3 scripts/check_play.py "$name" "out/test/$name.txt" "$status"
+    python3 scripts/check_play.py "$name" "out/test/plays/$name.txt" "$status"
 }
 
 check_plays() {
