@@ -22,6 +22,9 @@ Editor::Editor(device::DeviceState& state, RootAccess root, Commands& commands)
       shell_(std::make_unique<Shell>(form_)) {
     pages_.push_back(std::make_unique<CodeDefPage>(*context_));
     pages_.push_back(std::make_unique<FormatDefPage>(*context_));
+    // Nothing to edit before the values were read: what is typed into an empty page would be lost.
+    for (const auto& page : pages_)
+        page->Frame().SetEnabled(false);
     shell_->AddBottom();
     BindShell();
     SetModified(false);
@@ -149,8 +152,10 @@ void Editor::SetDesignFlag(bool flag) {
 void Editor::ValuesRead() {
     readFrom_ = state_.current;
     hasRead_ = true;
-    for (const auto& page : pages_)
+    for (const auto& page : pages_) {
+        page->Frame().SetEnabled(true);
         page->ForgetSetup();
+    }
     RefreshDeviceLine();
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 constexpr UINT kSync = WM_APP + 1;
 constexpr DWORD kStyle =
-    TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT | WS_TABSTOP;
+    TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_FULLROWSELECT | TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT | WS_TABSTOP;
 
 bool Reads(UINT message) {
     return (message >= TV_FIRST && message < TV_FIRST + 0x100) || message == WM_PAINT;
@@ -94,6 +94,8 @@ LRESULT TreePeer::Notify(NMHDR& header) {
     switch (header.code) {
     case NM_CLICK:
         return Clicked();
+    case NM_CUSTOMDRAW:
+        return Drawing(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
     case TVN_SELCHANGINGW:
         return showing_ ? FALSE : TRUE;
     case TVN_ITEMEXPANDINGW:
@@ -101,6 +103,18 @@ LRESULT TreePeer::Notify(NMHDR& header) {
     default:
         return 0;
     }
+}
+
+/// The node of the page on show must be seen while the focus is in the page; some themes leave next to nothing of it.
+LRESULT TreePeer::Drawing(NMTVCUSTOMDRAW& draw) {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED) != 0 &&
+        GetFocus() != Window()) {
+        draw.clrText = GetSysColor(COLOR_INACTIVECAPTIONTEXT);
+        draw.clrTextBk = GetSysColor(COLOR_INACTIVECAPTION);
+    }
+    return CDRF_DODEFAULT;
 }
 
 LRESULT TreePeer::Clicked() {

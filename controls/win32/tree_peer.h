@@ -20,6 +20,7 @@ class TreePeer final : public WindowPeer {
     void ShowColours();
     void Sync();
     void Select();
+    LRESULT Drawing(NMTVCUSTOMDRAW& draw);
     LRESULT Clicked();
     LRESULT Expanding(const NMTREEVIEWW& change);
 

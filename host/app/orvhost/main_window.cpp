@@ -24,6 +24,17 @@ HWND CreateChild(HWND parent, const wchar_t* type, DWORD style, DWORD extended, 
     return child;
 }
 
+/// Boxes and the progress display come up in the middle of the screen: the window they belong to stands there, too.
+void Centre(HWND window) {
+    RECT work{};
+    RECT own{};
+    if (!SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0) || !GetWindowRect(window, &own))
+        return;
+    const LONG x = std::max(work.left, (work.left + work.right - (own.right - own.left)) / 2);
+    const LONG y = std::max(work.top, (work.top + work.bottom - (own.bottom - own.top)) / 2);
+    SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 MainWindow* SelfOf(HWND window) {
     return reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
@@ -39,6 +50,7 @@ MainWindow::MainWindow(FrameListener& listener, int width, int height)
                               CW_USEDEFAULT, CW_USEDEFAULT, width, height, nullptr, nullptr, Program(), nullptr);
     if (window_ == nullptr)
         throw std::bad_alloc();
+    Centre(window_);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     CreateChildren();
     SetFonts();
