@@ -15,8 +15,9 @@ constexpr std::array<std::uint16_t, 32> kHighControls = {
 } // namespace
 
 std::optional<std::uint8_t> TypedByte(wchar_t character) {
-    const auto code = static_cast<std::uint32_t>(character);
-    if (code < 256)
+    // wchar_t is signed on some systems; no character is negative.
+    const std::int64_t code = character;
+    if (code >= 0 && code < 256)
         return static_cast<std::uint8_t>(code);
     const auto found = std::find(kHighControls.begin(), kHighControls.end(), code);
     if (found == kHighControls.end())

@@ -24,7 +24,7 @@ for entry in json.load(open("build/native/compile_commands.json")):
         print(name)
 PY
 )
-if ! printf '%s\0' "${checked[@]}" | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p build/native --quiet --warnings-as-errors='*' \
+if ! printf '%s\0' "${checked[@]}" | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p build/native --quiet --extra-arg=-Wno-unknown-warning-option --warnings-as-errors='*' \
     >out/tidy.log 2>/dev/null; then
     grep -E 'error:|warning:' out/tidy.log | sort -u | head -60
     status=1

@@ -7,8 +7,8 @@ namespace orv::controls::win32 {
 namespace {
 
 constexpr UINT kSync = WM_APP + 1;
-constexpr DWORD kStyle =
-    TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_FULLROWSELECT | TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT | WS_TABSTOP;
+constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_FULLROWSELECT |
+                         TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT | WS_TABSTOP;
 
 bool Reads(UINT message) {
     return (message >= TV_FIRST && message < TV_FIRST + 0x100) || message == WM_PAINT;

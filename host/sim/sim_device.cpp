@@ -132,7 +132,7 @@ DeviceAnswer SimDevice::Set(std::wstring_view entry, const device::Value& value,
     if (const auto code = SetFaultFor(faults_, entry, setCount_))
         return Failed(*code, L"set refused by a fault");
     ElementAddress address;
-    const DeviceAnswer located = Locate(entry, address);
+    DeviceAnswer located = Locate(entry, address);
     if (located.code != 0)
         return located;
     const device::WireType type = store_.Parameter(address).type;

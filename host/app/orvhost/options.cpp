@@ -61,7 +61,8 @@ void AddParsed(CLI::App& app, const std::string& name, const std::string& form, 
            [name, form, parse](const std::vector<std::string>& texts) {
                for (const std::string& text : texts) {
                    if (!parse(text))
-                       throw CLI::ValidationError(name, "\"" + text + "\" is not " + form);
+                       throw CLI::ValidationError(name,
+                                                  std::string("\"").append(text).append("\" is not ").append(form));
                }
            },
            help)
