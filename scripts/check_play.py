@@ -36,6 +36,13 @@ EXPECTED = {
         "terminated: 0 host objects in use",
     ],
     "close-while-saving": ["> press cmdApply", "log: MIBSAP.Connect", "> meanwhile quit"],
+    # In a container without an extender.
+    "slave": [
+        "box: [Warning] You are about to edit Data Format parameters for a Slave Device. Do you want to continue?",
+        "answer: yes",
+        "closed: result 2",
+        "terminated: 0 host objects in use",
+    ],
     "drop-connection": [
         "> meanwhile menu Drop Connection",
         "log: (Receive) MIBSAP ERROR 504",

@@ -68,13 +68,13 @@ run() {
     echo "Pictures: $(ls out/run/*.png | tr '\n' ' ')"
 }
 
-# checked NAME SAMPLE [DEVICE-OPTION...]: a script as a test, one line a thing that has to hold.
+# checked NAME SAMPLE [DEVICE-OPTION...]: a script as a test, one line a thing that has to hold. HOST_OPTIONS go to the host.
 checked() {
     local name=$1 sample=$2 status=0
     shift 2
     mkdir -p out/test/plays
     start_device "$sample" "$@" || return 1
-    play "samples/$name.play" "$sample" "out/test/plays/$name" --device-at "$DEVICE_AT" --level 3 \
+    play "samples/$name.play" "$sample" "out/test/plays/$name" --device-at "$DEVICE_AT" --level 3 ${HOST_OPTIONS:-} \
         >"out/test/plays/$name.txt" 2>"out/test/plays/$name.err" || status=$?
     stop_device
     python3 scripts/check_play.py "$name" "out/test/plays/$name.txt" "$status"
@@ -86,6 +86,7 @@ check_plays() {
     checked failed-save samples/tiny.json --fail-set /OutputFormat/Header:310
     checked close-while-saving samples/tiny.json --silent-after 5
     checked drop-connection samples/tiny.json --silent-after 5
+    HOST_OPTIONS="--cluster 1 --device 2 --no-extender" checked slave samples/tunnel.json --cluster 1 --device 2
 }
 
 # A session whose windows are 50 % larger than usual.
