@@ -34,4 +34,12 @@ COLORREF TokenColour(COLORREF background) {
     return GetSysColor(COLOR_WINDOWTEXT);
 }
 
+COLORREF InactiveSelection() {
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    const COLORREF selection = GetSysColor(COLOR_HIGHLIGHT);
+    const auto towards = [](int from, int to) { return static_cast<BYTE>((3 * from + to) / 4); };
+    return RGB(towards(GetRValue(window), GetRValue(selection)), towards(GetGValue(window), GetGValue(selection)),
+               towards(GetBValue(window), GetBValue(selection)));
+}
+
 } // namespace orv::controls::win32

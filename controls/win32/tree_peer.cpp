@@ -1,5 +1,6 @@
 #include "controls/win32/tree_peer.h"
 
+#include "controls/win32/colours.h"
 #include "controls/win32/peer_host.h"
 #include "platform/guarded.h"
 
@@ -111,8 +112,8 @@ LRESULT TreePeer::Drawing(NMTVCUSTOMDRAW& draw) {
         return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED) != 0 &&
         GetFocus() != Window()) {
-        draw.clrText = GetSysColor(COLOR_INACTIVECAPTIONTEXT);
-        draw.clrTextBk = GetSysColor(COLOR_INACTIVECAPTION);
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = InactiveSelection();
     }
     return CDRF_DODEFAULT;
 }
