@@ -11,7 +11,7 @@ namespace orv::controls {
 class DropButton;
 class Label;
 
-/// A line of text that the peer draws itself: the core's text, tokens (cells longer than 1) in the special colour,
+/// A line of text that the peer draws itself: the core's text, tokens (cells longer than 1) in a colour of their own,
 /// selection and caret; content that is wider than the window is scrolled by the peer so that the caret shows.
 /// The drop button with the names and the label with the count are widgets of their own beside it, see Attach.
 class MBEdit : public Widget {
