@@ -49,6 +49,7 @@ void AddOn::Leave() {
 
 AddOn::AddOn(ProcessState& state, Container& container) : state_(state), container_(container) {
     state_.root = std::make_unique<model::OutFormatConfig>(state_);
+    state_.catalogue = std::make_unique<model::ToolItems>(state_, *state_.root);
     editor_ = std::make_unique<editor::Editor>(
         state_,
         [this]() -> model::OutFormatConfig& {
@@ -161,6 +162,7 @@ bool AddOn::ConfirmSlave() {
 
 void AddOn::LoadStep() {
     state_.root->Reload();
+    model::FillCatalogue(*state_.catalogue);
     editor_->ValuesRead();
     editor_->BuildTree();
     editor_->SelectFirstNode();
@@ -228,6 +230,7 @@ void AddOn::Terminate() {
 
 void AddOn::ReleaseAll() {
     terminated_ = true;
+    state_.catalogue.reset();
     state_.root.reset();
     if (const auto service = std::exchange(state_.mibSap, nullptr))
         IgnoringErrors([&] { service->Disconnect(); });

@@ -1,9 +1,10 @@
 #pragma once
-// The one state of the process: what device access needs, and the root of the output format.
+// The one state of the process: what device access needs, the root of the output format and the catalogue.
 #include <memory>
 
 #include "device/device_state.h"
 #include "model/out_format_config.h"
+#include "model/tool_items.h"
 
 namespace orv::addon {
 
@@ -11,6 +12,7 @@ struct ProcessState : device::DeviceState {
     using device::DeviceState::DeviceState;
 
     std::unique_ptr<model::OutFormatConfig> root;
+    std::unique_ptr<model::ToolItems> catalogue; ///< of the root's device; empty until its values were read
 };
 
 } // namespace orv::addon

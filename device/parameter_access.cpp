@@ -132,22 +132,31 @@ Bytes ParameterAccess::HexTextToBytes(const std::wstring& digits) {
     return text::FromHex(digits);
 }
 
-Description ParameterAccess::Describe(std::int32_t number, bool& present) {
+Description ParameterAccess::Describe(std::int32_t number, bool& present, std::optional<std::int32_t> accessLevel) {
+    const auto configuration = state_.configuration;
+    const std::int32_t remembered = accessLevel ? Required(configuration).AccessLevel() : 0;
+    if (accessLevel)
+        configuration->SetAccessLevel(*accessLevel);
+    const platform::Restoring restore([&] {
+        if (accessLevel)
+            configuration->SetAccessLevel(remembered);
+    });
     const auto table = Table(state_.current);
-    const EntryHandle entry = Resolve(*table, number, state_.current.accessLevel);
+    const EntryHandle entry = Resolve(*table, number, accessLevel.value_or(state_.current.accessLevel));
     present = entry != 0;
     return present ? table->Describe(entry) : Description{};
 }
 
-std::int32_t ParameterAccess::ElementCount(std::int32_t number) {
+std::int32_t ParameterAccess::ElementCount(std::int32_t number, std::optional<std::int32_t> accessLevel) {
     bool present = false;
-    const Description description = Describe(number, present);
+    const Description description = Describe(number, present, accessLevel);
     return present ? description.elementCount : 0;
 }
 
-std::wstring ParameterAccess::ValueLabel(std::int32_t number, std::int32_t value) {
+std::wstring ParameterAccess::ValueLabel(std::int32_t number, std::int32_t value,
+                                         std::optional<std::int32_t> accessLevel) {
     bool present = false;
-    const Description description = Describe(number, present);
+    const Description description = Describe(number, present, accessLevel);
     for (const Choice& choice : description.choices)
         if (choice.value == value)
             return choice.label;

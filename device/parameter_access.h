@@ -57,10 +57,10 @@ class ParameterAccess {
     std::wstring BytesToDisplayText(const Value& value, BytesForm form);
     static Bytes HexTextToBytes(const std::wstring& digits);
 
-    /// 0 when the number is unknown.
-    std::int32_t ElementCount(std::int32_t number);
+    /// 0 when the number is unknown. With an access level, that level holds for the look-up, as for a read.
+    std::int32_t ElementCount(std::int32_t number, std::optional<std::int32_t> accessLevel = {});
     /// Label of the first choice with that value, else empty.
-    std::wstring ValueLabel(std::int32_t number, std::int32_t value);
+    std::wstring ValueLabel(std::int32_t number, std::int32_t value, std::optional<std::int32_t> accessLevel = {});
     ControlSetup SetupFor(std::int32_t number);
 
     /// Name by which element `element` of a parameter is addressed; empty when unknown or above the target's level.
@@ -70,7 +70,7 @@ class ParameterAccess {
 
   private:
     EntryHandle Resolve(ParameterTable& table, const ParameterId& id, std::int32_t accessLevel);
-    Description Describe(std::int32_t number, bool& present);
+    Description Describe(std::int32_t number, bool& present, std::optional<std::int32_t> accessLevel = {});
 
     DeviceState& state_;
 };

@@ -7,6 +7,7 @@
 #include "editor/format_def_page.h"
 #include "editor/node_key.h"
 #include "editor/shell.h"
+#include "model/save_concerns.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -60,8 +61,14 @@ void Editor::OnOK() {
 }
 
 bool Editor::ValidateBeforeSave() {
-    // Both rules are about codes and the items of advanced formats, which this editor does not offer for editing yet.
-    return true;
+    platform::MessageBox box;
+    box.text = model::SaveQuestion(model::SaveConcerns(root_()));
+    if (box.text.empty())
+        return true;
+    box.title = Load(Id::WarningTitle);
+    box.icon = platform::Icon::Warning;
+    box.buttons = platform::Buttons::YesNo;
+    return state_.platform.boxes.Show(box) != platform::Answer::No;
 }
 
 void Editor::ShowFirstPage() {

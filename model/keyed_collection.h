@@ -1,8 +1,11 @@
 #pragma once
 // Ordered, 1-based, keyed collection that owns its members.
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "text/error.h"
@@ -13,28 +16,78 @@ namespace orv::model {
 /// exist, and for a key that is taken.
 template <typename Member>
 class KeyedCollection {
+    struct Slot {
+        std::wstring key;
+        std::unique_ptr<Member> member;
+    };
+
+    template <typename Inner, typename Result>
+    class Cursor {
+      public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = Member;
+        using difference_type = std::ptrdiff_t;
+        using pointer = Result*;
+        using reference = Result&;
+
+        Cursor() = default;
+        explicit Cursor(Inner at) : at_(at) {}
+        Result& operator*() const { return *at_->member; }
+        Result* operator->() const { return at_->member.get(); }
+        Cursor& operator++() {
+            ++at_;
+            return *this;
+        }
+        Cursor operator++(int) { return Cursor(at_++); }
+        bool operator==(const Cursor&) const = default;
+
+      private:
+        Inner at_{};
+    };
+
   public:
     std::int32_t Count() const { return static_cast<std::int32_t>(slots_.size()); }
 
     Member& Item(std::int32_t position) { return *slots_[Offset(position)].member; }
     const Member& Item(std::int32_t position) const { return *slots_[Offset(position)].member; }
-    Member& Item(const std::wstring& key) { return *slots_[Offset(PositionOf(key))].member; }
+    Member& Item(const std::wstring& key) { return Required(key); }
+    const Member& Item(const std::wstring& key) const { return Required(key); }
 
+    /// Null when no member has the key.
+    Member* Find(const std::wstring& key) const {
+        const auto found = keys_.find(key);
+        return found == keys_.end() ? nullptr : found->second;
+    }
     /// 0 when no member has the key.
     std::int32_t PositionOf(const std::wstring& key) const {
-        for (std::size_t i = 0; i < slots_.size(); ++i)
-            if (!key.empty() && slots_[i].key == key)
-                return static_cast<std::int32_t>(i) + 1;
-        return 0;
+        const Member* member = Find(key);
+        if (!member)
+            return 0;
+        const auto at = std::find_if(slots_.begin(), slots_.end(),
+                                     [member](const Slot& slot) { return slot.member.get() == member; });
+        return static_cast<std::int32_t>(at - slots_.begin()) + 1;
     }
+
+    /// Members in order.
+    auto begin() { return Cursor<typename std::vector<Slot>::iterator, Member>(slots_.begin()); }
+    auto end() { return Cursor<typename std::vector<Slot>::iterator, Member>(slots_.end()); }
+    auto begin() const { return Cursor<typename std::vector<Slot>::const_iterator, const Member>(slots_.begin()); }
+    auto end() const { return Cursor<typename std::vector<Slot>::const_iterator, const Member>(slots_.end()); }
 
     /// Before the member at `position`; at the end when `position` is past it.
     Member& Insert(std::int32_t position, std::unique_ptr<Member> member, const std::wstring& key = {}) {
-        if (PositionOf(key) != 0)
-            throw Error(error_number::kInvalidArgument);
+        Member& added = *member;
         const auto at =
             position > Count() ? slots_.end() : slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
-        return *slots_.insert(at, Slot{key, std::move(member)})->member;
+        if (!key.empty() && !keys_.emplace(key, &added).second)
+            throw Error(error_number::kInvalidArgument);
+        try {
+            slots_.insert(at, Slot{key, std::move(member)});
+        } catch (...) {
+            keys_.erase(key);
+            throw;
+        }
+        return added;
     }
     Member& Append(std::unique_ptr<Member> member, const std::wstring& key = {}) {
         return Insert(Count() + 1, std::move(member), key);
@@ -44,24 +97,31 @@ class KeyedCollection {
     std::unique_ptr<Member> Take(std::int32_t position) {
         const auto at = slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
         auto member = std::move(at->member);
+        keys_.erase(at->key);
         slots_.erase(at);
         return member;
     }
-    void Clear() { slots_.clear(); }
+    std::unique_ptr<Member> Take(const std::wstring& key) { return Take(PositionOf(key)); }
+    void Clear() {
+        keys_.clear();
+        slots_.clear();
+    }
 
   private:
-    struct Slot {
-        std::wstring key;
-        std::unique_ptr<Member> member;
-    };
-
     std::size_t Offset(std::int32_t position) const {
         if (position < 1 || position > Count())
             throw Error(error_number::kInvalidArgument);
         return static_cast<std::size_t>(position) - 1;
     }
+    Member& Required(const std::wstring& key) const {
+        Member* member = Find(key);
+        if (!member)
+            throw Error(error_number::kInvalidArgument);
+        return *member;
+    }
 
     std::vector<Slot> slots_;
+    std::unordered_map<std::wstring, Member*> keys_;
 };
 
 } // namespace orv::model

@@ -9,18 +9,25 @@ namespace orv::model {
 namespace {
 
 using device::ParameterAccess;
-using device::WireType;
+using enum device::WireType;
 
 enum Parameter : std::int32_t {
-    kAdvanced = 330,
     kNotUsedCodeRelTypes = 370,
     kNotUsedGlobalTypes = 371,
-    kGlobNoReadMsgType = 372,
-    kCodeID = 399,
-    kFirstCustomCodeID = 400,
     kAvailableTransports = 601,
     kTransportDescription = 603,
 };
+
+// Beside the table: the custom identifiers (400 and up) stand between the second row and the third, and on loading
+// everything that the root owns as well.
+const Field<OutFormatConfig> kFields[] = {
+    {L"Advanced", 330, Int16, &OutFormatConfig::Advanced},
+    {L"CodeID", 399, Int32, &OutFormatConfig::CodeID},
+    {L"GlobNoReadMsgType", 372, Int32, &OutFormatConfig::GlobNoReadMsgType},
+};
+const Field<OutFormatConfig>& kAdvanced = kFields[0];
+const Field<OutFormatConfig>& kCodeID = kFields[1];
+const Field<OutFormatConfig>& kGlobNoReadMsgType = kFields[2];
 
 constexpr const wchar_t* kDefaultTransports[] = {
     L"SerMain",      L"SerAux",      L"DeviceNet",   L"Profibus",    L"EmailClient", L"EthernetIP",
@@ -51,6 +58,10 @@ bool ListsNumber(const std::wstring& list, std::int32_t number) {
 }
 
 } // namespace
+
+std::span<const Field<OutFormatConfig>> OutFormatConfig::Fields() {
+    return kFields;
+}
 
 std::wstring OutFormatConfig::TransportDesc(std::uint8_t index) const {
     std::wstring name;
@@ -90,20 +101,23 @@ bool OutFormatConfig::CustomCodeIDDefined(int index) const {
 
 void OutFormatConfig::Reload() {
     ParameterAccess access(state_);
-    advanced_ = device::ToInt32(access.Read(kAdvanced)) == 1;
-    codeID_ = device::ToInt32(access.Read(kCodeID));
+    // Only 1 is on; any other value, even one that other switches take for on, is the standard format.
+    Advanced(device::ToInt32(access.Read(kAdvanced.parameter)) == 1);
+    LoadField(kCodeID, *this, access, {});
     ReadCustomCodes();
-    standardFormat_.Load(state_);
+    codes_.Load();
+    standardFormat_.Load();
+    advancedFormats_.Load();
     notUsedCodeRelTypes_ = access.ReadText(kNotUsedCodeRelTypes);
     notUsedGlobalTypes_ = access.ReadText(kNotUsedGlobalTypes);
-    globNoReadMsgType_ = device::ToInt32(access.Read(kGlobNoReadMsgType));
+    LoadField(kGlobNoReadMsgType, *this, access, {});
     ReadTransports();
 }
 
 void OutFormatConfig::ReadCustomCodes() {
     ParameterAccess access(state_);
     for (int i = 0; i < kCustomCodeIDCount; ++i) {
-        std::wstring text = access.ReadString(kFirstCustomCodeID + i);
+        std::wstring text = access.ReadString(kFirstCustomCodeIDParameter + i);
         // An entry that comes back empty keeps what it was: it may have been defined by an earlier load.
         if (!text.empty())
             customCodes_[static_cast<std::size_t>(i)] = {std::move(text), true};
@@ -138,7 +152,7 @@ bool OutFormatConfig::Save(bool interactive) {
         state_.cache = std::make_unique<device::MIBParamCache>(state_);
     // Released after every save, whatever became of it: the next one starts from the model.
     const Restoring release([this] { state_.cache.reset(); });
-    QueueAll();
+    QueueAll(*state_.cache);
     const bool saved = state_.cache->Save(interactive, false);
     lastSave_ = {state_.cache->Parameters().size(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};
     if (!saved)
@@ -146,16 +160,23 @@ bool OutFormatConfig::Save(bool interactive) {
     return saved;
 }
 
-void OutFormatConfig::QueueAll() {
+std::vector<device::MIBParameter> OutFormatConfig::Plan() {
+    device::MIBParamCache cache(state_);
+    QueueAll(cache);
+    return cache.Parameters();
+}
+
+void OutFormatConfig::QueueAll(device::MIBParamCache& cache) {
     ParameterAccess access(state_);
-    device::MIBParamCache& cache = *state_.cache;
-    cache.Add(kAdvanced, WireType::Int16, std::int16_t{advanced_ ? std::int16_t{1} : std::int16_t{0}});
-    cache.Add(kCodeID, WireType::Int32, codeID_);
+    SaveField(kAdvanced, *this, access, cache, 0);
+    SaveField(kCodeID, *this, access, cache, 0);
     for (int i = 0; i < kCustomCodeIDCount; ++i)
         if (CustomCodeIDDefined(i))
-            cache.Add(kFirstCustomCodeID + i, WireType::ByteArray, access.StringToBytes(CustomCodeID(i)));
-    cache.Add(kGlobNoReadMsgType, WireType::Int32, globNoReadMsgType_);
-    standardFormat_.Save(state_);
+            cache.Add(kFirstCustomCodeIDParameter + i, ByteArray, access.StringToBytes(CustomCodeID(i)));
+    SaveField(kGlobNoReadMsgType, *this, access, cache, 0);
+    codes_.Save(cache);
+    standardFormat_.Save(cache);
+    advancedFormats_.Save(cache);
 }
 
 void OutFormatConfig::ReportFailedSave(std::int32_t sapError) {

@@ -2,14 +2,21 @@
 // Root of one device's output format: what belongs to the whole of it, and the parts it owns.
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "device/device_state.h"
+#include "device/mib_param_cache.h"
+#include "model/advanced_formats.h"
+#include "model/codes.h"
+#include "model/field.h"
 #include "model/standard_format.h"
 
 namespace orv::model {
 
 inline constexpr int kCustomCodeIDCount = 19;
+inline constexpr std::int32_t kFirstCustomCodeIDParameter = 400;
 inline constexpr std::int32_t kAllTransports = -1;
 
 /// How far a save came.
@@ -21,7 +28,8 @@ struct SaveReport {
 
 class OutFormatConfig {
   public:
-    explicit OutFormatConfig(device::DeviceState& state) : state_(state) {}
+    explicit OutFormatConfig(device::DeviceState& state)
+        : state_(state), standardFormat_(state), advancedFormats_(state, *this), codes_(state) {}
     OutFormatConfig(const OutFormatConfig&) = delete;
     OutFormatConfig& operator=(const OutFormatConfig&) = delete;
 
@@ -34,26 +42,32 @@ class OutFormatConfig {
     bool SupportedCodeRelItem(std::int32_t itemType) const;
     bool SupportedGlobalItem(std::int32_t itemType) const;
 
-    bool Advanced() const { return advanced_; }
-    void Advanced(bool advanced) { advanced_ = advanced; }
-    std::int32_t CodeID() const { return codeID_; }
-    void CodeID(std::int32_t value) { codeID_ = value; }
+    Property<bool> Advanced; ///< the item-based formats are in use instead of the standard one
+    Property<std::int32_t> CodeID;
+    Property<std::int32_t> GlobNoReadMsgType;
     /// Index 0..18; raises 9 (subscript) beyond. Empty for an entry that the device never defined.
     std::wstring CustomCodeID(int index) const;
     /// Raises 381 for an entry that the device never defined.
     void CustomCodeID(int index, std::wstring text);
     bool CustomCodeIDDefined(int index) const;
-    std::int32_t GlobNoReadMsgType() const { return globNoReadMsgType_; }
-    void GlobNoReadMsgType(std::int32_t value) { globNoReadMsgType_ = value; }
 
+    model::Codes& Codes() { return codes_; }
+    const model::Codes& Codes() const { return codes_; }
     model::StandardFormat& StandardFormat() { return standardFormat_; }
     const model::StandardFormat& StandardFormat() const { return standardFormat_; }
+    model::AdvancedFormats& AdvancedFormats() { return advancedFormats_; }
+    const model::AdvancedFormats& AdvancedFormats() const { return advancedFormats_; }
 
     /// Reads the whole model from the current device. A failing host call flies; what was read stays.
     void Reload();
     /// Queues every parameter and commits them; shows what failed. True when everything was written.
     bool Save(bool interactive);
     const SaveReport& LastSave() const { return lastSave_; }
+    /// What a save would write now, in order. Normalises the model as a save does; writes nothing.
+    std::vector<device::MIBParameter> Plan();
+
+    /// The plain settings of the root itself.
+    static std::span<const Field<OutFormatConfig>> Fields();
 
   private:
     struct CustomCode {
@@ -65,15 +79,14 @@ class OutFormatConfig {
     void ReadCustomCodes();
     void ReadTransports();
     static std::int32_t ParseMask(const std::wstring& masks, std::int64_t position);
-    void QueueAll();
+    void QueueAll(device::MIBParamCache& cache);
     void ReportFailedSave(std::int32_t sapError);
 
     device::DeviceState& state_;
     model::StandardFormat standardFormat_;
+    model::AdvancedFormats advancedFormats_;
+    model::Codes codes_;
     std::array<CustomCode, kCustomCodeIDCount> customCodes_;
-    bool advanced_ = false;
-    std::int32_t codeID_ = 0;
-    std::int32_t globNoReadMsgType_ = 0;
     std::int32_t availableTransports_ = 0;
     std::wstring notUsedCodeRelTypes_;
     std::wstring notUsedGlobalTypes_;

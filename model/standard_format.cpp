@@ -1,33 +1,33 @@
 #include "model/standard_format.h"
 
-#include "device/mib_param_cache.h"
-#include "device/parameter_access.h"
-
 namespace orv::model {
+namespace {
 
-/// What is read and written, in wire order. Scalars, byte strings all three.
-struct StandardFormat::Field {
-    std::int32_t parameter;
-    std::wstring StandardFormat::*member;
+using enum device::WireType;
+
+const Field<StandardFormat> kFields[] = {
+    {L"Header", 6, ByteArray, &StandardFormat::Header, ReadAs::ByteString},
+    {L"Terminator", 7, ByteArray, &StandardFormat::Terminator, ReadAs::ByteString},
+    {L"CodeSeparator", 82, ByteArray, &StandardFormat::CodeSeparator, ReadAs::ByteString},
 };
 
-const StandardFormat::Field StandardFormat::kFields[3] = {
-    {6, &StandardFormat::header_},
-    {7, &StandardFormat::terminator_},
-    {82, &StandardFormat::codeSeparator_},
-};
+} // namespace
 
-bool StandardFormat::Load(device::DeviceState& state) {
-    device::ParameterAccess access(state);
-    for (const auto& [number, member] : kFields)
-        this->*member = access.ReadByteString(number);
+std::span<const Field<StandardFormat>> StandardFormat::Fields() {
+    return kFields;
+}
+
+bool StandardFormat::Load() {
+    device::ParameterAccess access(state_);
+    for (const auto& field : kFields)
+        LoadField(field, *this, access, {});
     return true;
 }
 
-void StandardFormat::Save(device::DeviceState& state) const {
-    device::ParameterAccess access(state);
-    for (const auto& [number, member] : kFields)
-        state.cache->Add(number, device::WireType::ByteArray, access.StringToBytes(this->*member));
+void StandardFormat::Save(device::MIBParamCache& cache) const {
+    device::ParameterAccess access(state_);
+    for (const auto& field : kFields)
+        SaveField(field, *this, access, cache, 0);
 }
 
 } // namespace orv::model

@@ -18,6 +18,8 @@ std::wstring DescriptionOf(std::int32_t number) {
         return text::Load(Id::ErrSubscript);
     case error_number::kTypeMismatch:
         return text::Load(Id::ErrTypeMismatch);
+    case error_number::kFileAccess:
+        return text::Load(Id::ErrFileAccess);
     case error_number::kObjectNotSet:
         return text::Load(Id::ErrObjectNotSet);
     case error_number::kPropertyArrayIndex:

@@ -1,0 +1,29 @@
+#include "model/advanced_formats.h"
+
+namespace orv::model {
+namespace {
+
+enum Parameter : std::int32_t { kFormatCount = 340, kItemCategory = 351 };
+
+} // namespace
+
+AdvancedFormat& AdvancedFormats::Add(std::int16_t index, const std::wstring& key) {
+    return formats_.Append(std::make_unique<AdvancedFormat>(state_, root_, index), key);
+}
+
+bool AdvancedFormats::Load() {
+    device::ParameterAccess access(state_);
+    const std::int16_t count = device::ToInt16(access.Read(kFormatCount));
+    formats_.Clear();
+    itemSlots_ = count > 0 ? access.ElementCount(kItemCategory) / count : 0;
+    for (std::int32_t i = 1; i <= count; ++i)
+        Add(static_cast<std::int16_t>(i), L"Format" + std::to_wstring(i)).Load(itemSlots_);
+    return true;
+}
+
+void AdvancedFormats::Save(device::MIBParamCache& cache) const {
+    for (const AdvancedFormat& format : formats_)
+        format.Save(cache, itemSlots_);
+}
+
+} // namespace orv::model

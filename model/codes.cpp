@@ -1,0 +1,97 @@
+#include "model/codes.h"
+
+#include <algorithm>
+
+namespace orv::model {
+namespace {
+
+using enum device::WireType;
+
+enum Parameter : std::int32_t { kSlotEnabled = 1, kExpression = 191 };
+
+const Field<Group> kGroupFields[] = {
+    {L"NoReadString", 17, ByteArray, &Group::NoReadString, ReadAs::String},
+    {L"MultipleReadString", 327, ByteArray, &Group::MultipleReadString, ReadAs::String},
+};
+
+std::int16_t ElementOf(const Group& group) {
+    return device::CheckedInt16(std::int64_t{group.Index()} - 1);
+}
+
+} // namespace
+
+std::span<const Field<Group>> Group::Fields() {
+    return kGroupFields;
+}
+
+std::span<const Field<Codes>> Codes::Fields() {
+    static const Field<Codes> fields[] = {
+        {L"Combination", 72, Int32, &Codes::Combination},
+        {L"Expression", kExpression, Text, &Codes::expression_}, // written with combination by expression only
+        {L"NoReadMessage", 14, Int32, &Codes::NoReadMessage},
+        {L"NoReadString", 9, ByteArray, &Codes::NoReadString, ReadAs::String},
+        {L"MultiReadMessage", 15, Int32, &Codes::MultiReadMessage},
+        {L"MultiReadString", 16, ByteArray, &Codes::MultiReadString, ReadAs::String},
+    };
+    return fields;
+}
+
+std::int32_t Codes::EnabledCount() const {
+    return static_cast<std::int32_t>(
+        std::count_if(slots_.begin(), slots_.end(), [](const CodeDef& code) { return code.Enabled(); }));
+}
+
+CodeDef* Codes::Code(std::int32_t position) {
+    return position >= 1 && position <= slots_.Count() ? &slots_.Item(position) : nullptr;
+}
+
+const CodeDef* Codes::Code(std::int32_t position) const {
+    return position >= 1 && position <= slots_.Count() ? &slots_.Item(position) : nullptr;
+}
+
+CodeDef& Codes::Add(std::int16_t index, const std::wstring& key) {
+    return slots_.Append(std::make_unique<CodeDef>(state_, index), key);
+}
+
+bool Codes::Load() {
+    device::ParameterAccess access(state_);
+    for (const auto& field : Fields())
+        LoadField(field, *this, access, {0, kCodesAccessLevel});
+    LoadSlots();
+    if (Combination() != kCombinationByExpression)
+        expression_({});
+    LoadGroups();
+    return true;
+}
+
+void Codes::LoadSlots() {
+    slots_.Clear();
+    const std::int32_t count = device::ParameterAccess(state_).ElementCount(kSlotEnabled, kCodesAccessLevel);
+    for (std::int32_t n = 1; n <= count; ++n)
+        Add(device::CheckedInt16(n), L"Code" + std::to_wstring(n)).Load();
+}
+
+void Codes::LoadGroups() {
+    if (!groups_.ParseExpression(expression_()))
+        return;
+    device::ParameterAccess access(state_);
+    groups_.MaxCount(device::CheckedInt16(access.ElementCount(kGroupFields[0].parameter, kCodesAccessLevel)));
+    for (Group& group : groups_)
+        for (const auto& field : kGroupFields)
+            LoadField(field, group, access, {ElementOf(group), kCodesAccessLevel});
+}
+
+void Codes::Save(device::MIBParamCache& cache) {
+    expression_(groups_.GetExpression(false));
+    device::ParameterAccess access(state_);
+    for (const auto& field : Fields())
+        if (field.parameter != kExpression || Combination() == kCombinationByExpression)
+            SaveField(field, *this, access, cache, 0);
+    for (CodeDef& code : slots_)
+        code.Save(cache);
+    for (const Group& group : groups_)
+        for (const auto& field : kGroupFields)
+            SaveField(field, group, access, cache, ElementOf(group));
+}
+
+} // namespace orv::model

@@ -1,0 +1,46 @@
+#pragma once
+// The code groups of the combination expression, parsed from its device form and printed to it.
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "model/group.h"
+#include "model/keyed_collection.h"
+
+namespace orv::model {
+
+/// Grammar of the device form: groups joined by "&"; a group is codes joined by all "|" (OR) or all "^" (XOR), and in
+/// square brackets when it is optional. A code is any run of other characters, blanks around it cut off.
+class Groups {
+  public:
+    /// Replaces all groups by those of the expression. False on a syntax error; there are no groups then. Raises 6
+    /// (overflow) past 32767 groups.
+    bool ParseExpression(std::wstring_view expression);
+    /// The device form, or the readable form: "(1 OR 2) AND ([3])".
+    std::wstring GetExpression(bool display) const;
+
+    std::int32_t Count() const { return groups_.Count(); }
+    Group& Item(std::int32_t position) { return groups_.Item(position); }
+    const Group& Item(std::int32_t position) const { return groups_.Item(position); }
+    Group& Item(const std::wstring& key) { return groups_.Item(key); }
+    auto begin() { return groups_.begin(); }
+    auto end() { return groups_.end(); }
+    auto begin() const { return groups_.begin(); }
+    auto end() const { return groups_.end(); }
+
+    /// How many groups the device holds.
+    std::int16_t MaxCount() const { return maxCount_; }
+    void MaxCount(std::int16_t count) { maxCount_ = count; } ///< told by the load of the codes
+
+    /// Appends a group with empty strings; it has no key when `key` is empty.
+    Group& Add(const std::wstring& key = {});
+    /// Takes one out and numbers the rest 1..Count. Raises 5 for a position that does not exist.
+    void Remove(std::int32_t position);
+    void Clear() { groups_.Clear(); }
+
+  private:
+    KeyedCollection<Group> groups_;
+    std::int16_t maxCount_ = 0;
+};
+
+} // namespace orv::model
