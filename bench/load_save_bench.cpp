@@ -1,0 +1,44 @@
+// A load and a save of a large device against the same host calls made by a bare loop.
+#include <memory>
+
+#include "bench/pair.h"
+#include "bench/rig.h"
+
+namespace orv::bench {
+namespace {
+
+constexpr Aim kHostBound{Ratio::TimeAtMost, 1.10};
+
+/// Null after it told the report what is wrong.
+Rig* CheckedRig(benchmark::State& state) {
+    static const auto rig = std::make_unique<Rig>(DeviceSize{});
+    static const std::string difference = rig->CheckScripts();
+    if (!difference.empty()) {
+        state.SkipWithError(difference.c_str());
+        return nullptr;
+    }
+    state.counters["reads"] = static_cast<double>(rig->Reads());
+    return rig.get();
+}
+
+void LoadLargeDevice(benchmark::State& state) {
+    if (Rig* rig = CheckedRig(state))
+        MeasurePair(
+            state, "bare loop", kHostBound, [rig] { rig->Load(); }, [rig] { rig->PlayLoad(); });
+}
+BENCHMARK(LoadLargeDevice)->Name("load, large device")->UseManualTime();
+
+void SaveAgainst(benchmark::State& state, const char* opponent, Lines lines) {
+    if (Rig* rig = CheckedRig(state))
+        MeasurePair(
+            state, opponent, kHostBound, [rig] { rig->Save(); }, [rig, lines] { rig->PlaySave(lines); });
+}
+BENCHMARK_CAPTURE(SaveAgainst, built, "bare loop, builds its debug lines", Lines::Built)
+    ->Name("save, large device (lines built)")
+    ->UseManualTime();
+BENCHMARK_CAPTURE(SaveAgainst, prepared, "bare loop, debug lines ready-made", Lines::Prepared)
+    ->Name("save, large device (lines ready)")
+    ->UseManualTime();
+
+} // namespace
+} // namespace orv::bench
