@@ -17,9 +17,13 @@ TEST(LifeCycle, RunsFromCreationToTheDevice) {
     EXPECT_EQ(session.bench.state.current.accessLevel, session.bench.host.AccessLevel());
     EXPECT_EQ(session.bench.state.progressOwner, 77);
     EXPECT_EQ(session.addOn->GetResult(), -1);
+    EXPECT_EQ(session.bench.state.catalogue->Count(), 0);
     session.addOn->Activate();
     EXPECT_EQ(session.addOn->GetResult(), 2);
     EXPECT_TRUE(session.Boxes().empty());
+    // Filled after the values: what the device does not support is among them.
+    EXPECT_TRUE(session.bench.state.catalogue->Item(L"InkSpread").Supported());
+    EXPECT_FALSE(session.bench.state.catalogue->Item(L"StartSync").Supported());
     EXPECT_FALSE(session.Widget(L"cmdApply").Enabled());
     EXPECT_FALSE(session.Widget(L"cmdOK").Enabled());
     EXPECT_TRUE(session.Widget(L"fraCodeDef").Visible());
@@ -142,6 +146,31 @@ TEST(LifeCycle, OkWhoseSaveRaisesStaysOpen) {
     EXPECT_EQ(session.bench.host.Application()->closeCount, 0);
     EXPECT_TRUE(session.Widget(L"cmdApply").Enabled());
     EXPECT_TRUE(session.container.enabled);
+}
+
+TEST(LifeCycle, ADoubtfulFormatIsSavedOnlyWhenTheUserSaysSo) {
+    for (const wchar_t* button : {L"cmdApply", L"cmdOK"}) {
+        Session session;
+        session.Start();
+        session.bench.state.root->Codes().Code(1)->CodeType(18);
+        for (int mode = 0; mode < model::SevenFlags::kCount; ++mode)
+            session.bench.state.root->Codes().Code(1)->MaxicodeEnable(mode, false);
+        session.Edit();
+        const device::Value before = session.InHost(7);
+        session.bench.platform.boxes.answers = {Answer::No};
+        session.Press(button);
+        ASSERT_EQ(session.Boxes().size(), 1U);
+        EXPECT_EQ(session.Boxes()[0].text, L"At least one Mode Reading must be enabled for code 1. Save anyway?");
+        EXPECT_EQ(session.Boxes()[0].title, L"Warning");
+        EXPECT_EQ(session.Boxes()[0].icon, platform::Icon::Warning);
+        EXPECT_EQ(session.Boxes()[0].buttons, platform::Buttons::YesNo);
+        EXPECT_EQ(session.InHost(7), before);
+        EXPECT_TRUE(session.Widget(button).Enabled());
+        EXPECT_EQ(session.bench.host.Application()->closeCount, 0);
+        session.bench.platform.boxes.answers = {Answer::Yes};
+        session.Press(button);
+        EXPECT_EQ(session.InHost(2), device::Value(std::int32_t{18})) << "saved all the same";
+    }
 }
 
 TEST(LifeCycle, AFailedApplyKeepsTheChangesAndSaysHowFarItCame) {
