@@ -195,7 +195,9 @@ SystemDescription ParseDescription(std::string_view text, std::string_view name)
 }
 
 SystemDescription LoadDescription(const std::filesystem::path& file) {
-    const std::string name = ToUtf8(file.wstring());
+    // The wide form would depend on the locale outside Windows.
+    const std::u8string utf8 = file.u8string();
+    const std::string name(utf8.begin(), utf8.end());
     std::error_code failed;
     std::ifstream stream(file, std::ios::binary);
     if (!stream || std::filesystem::is_directory(file, failed))

@@ -87,7 +87,9 @@ std::string FormatDescription(const SystemDescription& system) {
 }
 
 void SaveDescription(const SystemDescription& system, const std::filesystem::path& file) {
-    const std::string name = ToUtf8(file.wstring());
+    // The wide form would depend on the locale outside Windows.
+    const std::u8string utf8 = file.u8string();
+    const std::string name(utf8.begin(), utf8.end());
     std::filesystem::path beside = file;
     beside += ".new";
     std::error_code failed;
