@@ -19,6 +19,8 @@ ROOMS = {
     "platform/win32": {"platform", "text", "system"},
     "host/sim": {"text", "platform", "device", "library"},
     "host/com": {"host/sim", "text", "platform", "device", "contracts", "system"},
+    "cli": {"text", "platform", "device", "model", "host/sim", "library"},
+    "cli/app": {"cli", "host/sim", "text", "system"},
     "host/app": {"host/sim", "host/com", "text", "platform", "device", "contracts", "system", "library"},
 }
 FREE = {"tests", "bench", "fuzz", "docs", "samples", "scripts", "cmake"}
@@ -28,7 +30,7 @@ STANDARD = {
     "algorithm", "any", "array", "atomic", "bit", "cctype", "cerrno", "charconv", "chrono", "clocale", "cmath",
     "compare", "concepts", "condition_variable", "csignal", "cstddef", "cstdint", "cstdio", "cstdlib", "cstring",
     "ctime", "cwchar", "cwctype", "deque", "exception", "filesystem", "format", "fstream", "functional", "future",
-    "initializer_list", "iomanip", "ios", "iostream", "istream", "iterator", "limits", "list", "locale", "map",
+    "initializer_list", "iomanip", "ios", "iosfwd", "iostream", "istream", "iterator", "limits", "list", "locale", "map",
     "memory", "mutex", "new", "numeric", "optional", "ostream", "queue", "random", "ranges", "ratio", "set", "span",
     "sstream", "stack", "stdexcept", "stop_token", "streambuf", "string", "string_view", "system_error", "thread",
     "tuple", "type_traits", "typeinfo", "unordered_map", "unordered_set", "utility", "variant", "vector", "version",

@@ -1,0 +1,41 @@
+#pragma once
+// What the commands do. Each answers its exit status, or raises Failure, AssignmentError, sim::FileError or orv::Error.
+#include <chrono>
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "cli/device_file.h"
+
+namespace orv::cli {
+
+void ShowText(DeviceFile& file, std::ostream& out);
+void ShowJson(DeviceFile& file, std::ostream& out);
+
+/// Prints what a save would ask about; 1 when there is anything.
+int Check(DeviceFile& file, std::ostream& out);
+
+/// `target` is a file, or "-" for `out`.
+void Export(DeviceFile& file, const std::string& target, std::ostream& out);
+
+/// Prints what a save would write.
+void PrintPlan(DeviceFile& file, std::ostream& out);
+
+/// Prints the values that differ; 1 when there are any.
+int Diff(const std::string& before, const std::string& after, std::ostream& out);
+
+/// Saves the assigned fields into the configuration and writes it to `target`. Nothing is written when one of them
+/// fails or would not be kept.
+void SetFields(DeviceFile& file, const std::vector<std::string>& assignments, const std::string& target, bool force);
+
+struct ApplyOptions {
+    std::string to;                  ///< "HOST:PORT"
+    std::chrono::seconds timeout{0}; ///< for any one answer; 0: none
+    bool quiet = false;
+    std::ostream* progress = nullptr; ///< where a bar is drawn; null: nowhere
+};
+/// Saves to a running device. Raises Failure when not everything was written.
+void ApplyToDevice(DeviceFile& file, const ApplyOptions& options, std::ostream& out);
+
+} // namespace orv::cli

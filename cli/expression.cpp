@@ -1,0 +1,86 @@
+#include "cli/expression.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "cli/values.h"
+#include "model/expression_tokenizer.h"
+
+namespace orv::cli {
+namespace {
+
+struct OldGroup {
+    std::wstring text;
+    std::wstring noRead;
+    std::wstring multipleRead;
+    bool taken = false;
+};
+
+std::vector<OldGroup> Remember(const model::Groups& groups) {
+    std::vector<OldGroup> old;
+    for (const model::Group& group : groups)
+        old.push_back({group.Text(false), group.NoReadString(), group.MultipleReadString()});
+    return old;
+}
+
+void Take(model::Group& group, OldGroup& old) {
+    group.NoReadString(old.noRead);
+    group.MultipleReadString(old.multipleRead);
+    old.taken = true;
+}
+
+void HandStringsOver(std::vector<OldGroup> old, model::Groups& groups) {
+    std::vector<model::Group*> fresh;
+    for (model::Group& group : groups) {
+        const auto same = std::find_if(old.begin(), old.end(), [text = group.Text(false)](const OldGroup& candidate) {
+            return !candidate.taken && candidate.text == text;
+        });
+        if (same != old.end())
+            Take(group, *same);
+        else
+            fresh.push_back(&group);
+    }
+    for (model::Group* group : fresh) {
+        const auto position = static_cast<std::size_t>(group->Index()) - 1;
+        if (position < old.size() && !old[position].taken)
+            Take(*group, old[position]);
+    }
+}
+
+/// Whether something can follow `prefix` so that the whole parses.
+bool CanGoOn(std::wstring_view prefix) {
+    model::Groups scratch;
+    for (const wchar_t* rest : {L"", L"1", L"]", L"1]"})
+        if (scratch.ParseExpression(std::wstring(prefix) + rest))
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::wstring ExpressionFault(std::wstring_view expression) {
+    if (model::Groups().ParseExpression(expression))
+        return {};
+    std::vector<std::wstring_view> tokens;
+    model::ExpressionTokenizer tokenizer(expression);
+    for (std::wstring_view token = tokenizer.Next(); !token.empty(); token = tokenizer.Next())
+        tokens.push_back(token);
+    // No text that cannot go on becomes better by going on.
+    const auto wrong = std::partition_point(tokens.begin(), tokens.end(), [&](std::wstring_view token) {
+        return CanGoOn(expression.substr(0, static_cast<std::size_t>(token.data() + token.size() - expression.data())));
+    });
+    if (wrong == tokens.end())
+        return L"it ends too early";
+    return L"character " + std::to_wstring(wrong->data() - expression.data() + 1) + L", \"" + std::wstring(*wrong) +
+           L"\"";
+}
+
+void SetExpression(model::Codes& codes, const std::wstring& expression) {
+    if (const std::wstring fault = ExpressionFault(expression); !fault.empty())
+        throw ValueError(L"\"" + expression + L"\" is no expression: " + fault);
+    std::vector<OldGroup> old = Remember(codes.Groups());
+    codes.Groups().ParseExpression(expression);
+    HandStringsOver(std::move(old), codes.Groups());
+}
+
+} // namespace orv::cli

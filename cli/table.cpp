@@ -1,0 +1,26 @@
+#include "cli/table.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "host/sim/utf8.h"
+
+namespace orv::cli {
+
+void Table::Print(std::ostream& out, std::string_view indent) const {
+    std::vector<std::size_t> widths(alignment_.size());
+    for (const auto& row : rows_)
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], row[i].size());
+    for (const auto& row : rows_) {
+        std::wstring line;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const std::wstring padding(widths[i] - row[i].size(), L' ');
+            line += (i == 0 ? L"" : L"  ") + (alignment_[i] == 'r' ? padding + row[i] : row[i] + padding);
+        }
+        line.erase(line.find_last_not_of(L' ') + 1);
+        out << indent << sim::ToUtf8(line) << '\n';
+    }
+}
+
+} // namespace orv::cli
