@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/model/fixture.h"
 
 namespace orv::model {
@@ -166,29 +168,6 @@ TEST(FormatShapes, SlotsThatDoNotDivideEvenlyLeaveARest) {
     device.root.Reload();
     EXPECT_EQ(device.root.AdvancedFormats().ItemSlots(), 4);
     EXPECT_EQ(device.root.AdvancedFormats().Item(3).OutItems().Item(1).StringText(), L"third");
-}
-
-TEST_F(FormatsTest, AFailedReadFliesAndTheNextLoadIsWhole) {
-    root.Reload();
-    const auto calls = [&] {
-        const std::int64_t before = bench.host.Gate().Count();
-        root.Reload();
-        return bench.host.Gate().Count() - before;
-    }();
-    std::int64_t flown = 0;
-    for (std::int64_t k = 1; k <= calls; k += 97) {
-        bench.host.Gate().FailCall(k, -7, L"gone");
-        const std::int32_t error = test::ErrorOf([&] { root.Reload(); });
-        EXPECT_TRUE(error == 0 || error == -7) << error;
-        flown += error == -7;
-        bench.host.Gate().Reset();
-        EXPECT_EQ(bench.host.AccessLevel(), 3) << k;
-        EXPECT_EQ(test::ErrorOf([&] { root.Reload(); }), 0);
-        ASSERT_EQ(root.AdvancedFormats().Count(), 4);
-        EXPECT_EQ(Format(2).OutItems().Count(), 4);
-        EXPECT_EQ(root.Codes().Groups().Count(), 2);
-    }
-    EXPECT_GT(flown, 10);
 }
 
 } // namespace

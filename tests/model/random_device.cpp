@@ -152,7 +152,9 @@ RandomDevice MakeRandomDevice(std::mt19937& random) {
     RandomDevice made{base, {}};
     auto& device = made.system.devices.front();
     // Every size comes up, small ones more often: a thousand devices are to be quick.
-    const auto mostlySmall = [&](std::int32_t end) { return std::min(Below(random, end), Below(random, end)); };
+    const auto mostlySmall = [&](std::int32_t end) {
+        return std::min({Below(random, end), Below(random, end), Below(random, end)});
+    };
     const Shape shape{mostlySmall(13), mostlySmall(11), mostlySmall(6), 1 + mostlySmall(8)};
     std::erase_if(device.parameters, [&](const auto& parameter) { return ElementsOf(parameter.number, shape) == 0; });
     for (auto& parameter : device.parameters) {

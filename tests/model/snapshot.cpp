@@ -1,5 +1,6 @@
 #include "tests/model/snapshot.h"
 
+#include <algorithm>
 #include <type_traits>
 
 namespace orv::test {
