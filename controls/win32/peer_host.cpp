@@ -35,6 +35,7 @@ PeerHost::~PeerHost() {
 void PeerHost::Attach(HWND parent) {
     parent_ = parent;
     metrics_.Refresh(parent);
+    images_.Refresh(Dpi());
     {
         const platform::win32::ActivationScope active(context_);
         tips_.Create(parent, Font(), Scale(kTipWidth));

@@ -14,6 +14,7 @@
 #include "controls/win32/accessible_names.h"
 #include "controls/win32/font_metrics.h"
 #include "controls/win32/key_messages.h"
+#include "controls/win32/pictures.h"
 #include "controls/win32/tool_tips.h"
 #include "platform/win32/activation.h"
 
@@ -74,6 +75,8 @@ class PeerHost final : public PeerFactory, public TextMeasure {
     const platform::win32::ActivationContext& Context() const { return context_; }
     ToolTips& Tips() { return tips_; }
     AccessibleNames& Names() { return names_; }
+    /// Of the resolution that the windows are made for; a list that goes when they are made anew.
+    Pictures& Images() { return images_; }
     int IdOf(const Widget& widget);
     void Register(HWND window, WindowPeer& peer) { peers_[window] = &peer; }
     void Unregister(HWND window) { peers_.erase(window); }
@@ -104,6 +107,7 @@ class PeerHost final : public PeerFactory, public TextMeasure {
     FontMetrics metrics_;
     ToolTips tips_;
     AccessibleNames names_;
+    Pictures images_;
     platform::win32::OwnedModule richEdit_;
     std::unordered_map<HWND, WindowPeer*> peers_;
     std::map<std::pair<std::wstring, int>, int> ids_;
