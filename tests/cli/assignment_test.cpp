@@ -44,7 +44,7 @@ TEST_F(AssignmentTest, NamesLeadToTheirFieldInAnyCase) {
         {"StandardFormat.Header=<STX>", L"<STX>"},
         {"standardformat.terminator=x", L"x"},
         {"Codes(3).MinLength=4", L"4"},
-        {"Codes(3).MaxicodeEnable(2)=1", L"1"},
+        {"Codes(3).MaxicodeEnable(5)=1", L"1"},
         {"Codes.NoReadString=none", L"none"},
         {"groups(2).noreadstring=g2", L"g2"},
         {"AdvancedFormats(2).OutItems(1).FormatLength=3", L"3"},
@@ -58,7 +58,7 @@ TEST_F(AssignmentTest, NamesLeadToTheirFieldInAnyCase) {
         EXPECT_EQ(Value(ParseAssignment(sim::FromUtf8(text)).name), value) << text;
     }
     EXPECT_EQ(file_.Model().AdvancedFormats().Item(2).OutItems().Item(1).FormatLength(), 3);
-    EXPECT_TRUE(file_.Model().Codes().Code(3)->MaxicodeEnable(2));
+    EXPECT_TRUE(file_.Model().Codes().Code(3)->MaxicodeEnable(5));
     EXPECT_FALSE(file_.Model().Codes().Code(3)->MaxicodeEnable(1));
 }
 
@@ -154,6 +154,9 @@ TEST_F(AssignmentTest, GroupsThatStayKeepTheirStrings) {
 TEST(AssignmentLevel, WhatWouldNotBeWrittenIsRefusedWithItsReason) {
     sim::SystemDescription system = sim::LoadDescription(SamplePath("tiny.json"));
     auto& parameters = system.devices[0].parameters;
+    for (auto& parameter : parameters)
+        if (parameter.number == 15)
+            parameter.level = 2;
     std::erase_if(parameters, [](const auto& parameter) { return parameter.number == 82; });
     const Folder folder;
     const std::string path = folder.File("less.json");
@@ -169,6 +172,7 @@ TEST(AssignmentLevel, WhatWouldNotBeWrittenIsRefusedWithItsReason) {
     };
     EXPECT_THAT(attempt(L"StandardFormat.CodeSeparator=x"), HasSubstr("the device has no parameter 82"));
     EXPECT_THAT(attempt(L"Codes(1).MinLength=5"), HasSubstr("parameter 3 is above the current access level"));
+    EXPECT_THAT(attempt(L"Codes.MultiReadMessage=1"), HasSubstr("parameter 15 is above the current access level"));
     EXPECT_THAT(attempt(L"CustomCodeID(0)=x"), HasSubstr("parameter 400 is above the current access level"));
     EXPECT_EQ(attempt(L"StandardFormat.Header=x"), "applied");
 }

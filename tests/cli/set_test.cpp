@@ -1,4 +1,5 @@
 #include <map>
+#include <set>
 
 #include "cli/fields.h"
 #include "cli/values.h"
@@ -57,6 +58,26 @@ TEST(Set, EveryFieldOfEveryClassFindsItsWayThroughTheFile) {
     EXPECT_EQ(AllValues(changed), expected);
     EXPECT_EQ(RunProgram({"set", changed, "-o", changed, "Codes.Combination=0"}).status, 0);
     EXPECT_EQ(AllValues(changed)[L"Codes.Combination"], L"0");
+}
+
+TEST(Set, KnowsWhereEachFieldStandsOnTheDevice) {
+    DeviceFile file(Choice(SamplePath("conveyor.json")));
+    std::set<std::pair<std::int32_t, std::int32_t>> fields;
+    for (const Section& section : AllSections(file.Model()))
+        for (const FieldRef& field : section.fields) {
+            const auto* custom = std::get_if<CustomCodeField>(&field.place);
+            if (custom != nullptr && !file.Model().CustomCodeIDDefined(custom->index))
+                continue;
+            EXPECT_TRUE(fields.emplace(field.number, field.element).second) << field.number;
+        }
+    constexpr std::int32_t itemCount = 349; // follows from the items
+    std::set<std::pair<std::int32_t, std::int32_t>> written;
+    for (const device::MIBParameter& parameter : file.Model().Plan()) {
+        const auto address = file.Store().FindName(parameter.entry);
+        if (const std::int32_t number = file.Store().Parameter(*address).number; number != itemCount)
+            written.emplace(number, address->element);
+    }
+    EXPECT_EQ(fields, written);
 }
 
 TEST(Set, ChangesWhatWasAskedForAndNothingElse) {
