@@ -119,7 +119,8 @@ TEST_F(CodesTest, TheCaptionNamesTheSymbologyOfASlotInUse) {
 TEST_F(CodesTest, TheSymbologyIsNamedBelowTheLevelOfItsParameter) {
     bench.host.SetAccessLevel(0);
     bench.state.current.accessLevel = 0;
-    EXPECT_EQ(LoadedCodes().Code(1)->Description(), L"1 - Code 128");
+    ASSERT_EQ(LoadedCodes().Count(), 10);
+    EXPECT_EQ(root.Codes().Code(1)->Description(), L"1 - Code 128");
     EXPECT_EQ(bench.host.AccessLevel(), 0);
 }
 
