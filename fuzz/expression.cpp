@@ -1,6 +1,7 @@
 // The parser of combination expressions: what it takes, it prints, and takes again as the same groups.
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 #include "fuzz/fuzz.h"
 #include "model/groups.h"
@@ -33,6 +34,23 @@ bool HasBlankCode(const Groups& groups) {
     });
 }
 
+/// The text without the blanks that stand at an operator or at an end.
+std::wstring WithoutOuterBlanks(const std::wstring& text) {
+    const auto isOperator = [](wchar_t c) { return std::wstring_view(L"&|^[]").find(c) != std::wstring_view::npos; };
+    std::wstring kept;
+    std::wstring blanks;
+    for (const wchar_t c : text) {
+        if (c == L' ') {
+            blanks += c;
+            continue;
+        }
+        const bool inner = !kept.empty() && !isOperator(kept.back()) && !isOperator(c);
+        kept += inner ? blanks + c : std::wstring(1, c);
+        blanks.clear();
+    }
+    return kept;
+}
+
 bool Same(const Groups& a, const Groups& b) {
     return a.Count() == b.Count() && std::equal(a.begin(), a.end(), b.begin(), [](const Group& x, const Group& y) {
                return x.Index() == y.Index() && x.IsOptional() == y.IsOptional() && x.Multiple() == y.Multiple() &&
@@ -62,6 +80,7 @@ void Check(const std::wstring& text) {
     Require(groups.GetExpression(true).size() >= printed.size(), "the readable form spells out what the other says");
     if (HasBlankCode(groups))
         return;
+    Require(printed == WithoutOuterBlanks(text), "nothing but blanks is lost");
     Groups again;
     Require(Parse(again, printed), "what is printed parses");
     Require(Same(groups, again), "what is printed parses to the same groups");
