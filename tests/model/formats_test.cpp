@@ -147,11 +147,12 @@ TEST_F(FormatsTest, WithoutFormatsNothingIsWrittenOfThem) {
 }
 
 TEST(FormatShapes, AnElementPastSixteenBitsOverflows) {
-    // 3 formats of 16384 slots: the third begins at element 32768.
-    Reloaded device(Reshaped(3, 16384));
-    device.Store().Set(349, 1, std::int16_t{1});
+    // 3 formats of 16384 slots: the third begins at element 32768. One parameter says how many there are.
+    sim::SystemDescription system = Reshaped(3, 1);
+    test::Resize(test::Parameter(system.devices.front(), 351), 3 * 16384);
+    Reloaded device(system);
     device.root.Reload();
-    EXPECT_EQ(device.root.AdvancedFormats().Item(2).OutItems().Count(), 1);
+    ASSERT_EQ(device.root.AdvancedFormats().ItemSlots(), 16384);
     device.root.AdvancedFormats().Item(3).OutItems().Create(1, L"");
     EXPECT_EQ(test::ErrorOf([&] { device.root.Plan(); }), 6);
     device.Store().Set(349, 2, std::int16_t{1});

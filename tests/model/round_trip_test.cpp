@@ -45,6 +45,7 @@ struct Case {
     std::int16_t device = 0;
     std::int32_t level = 3;
     bool interactive = false;
+    bool saveTwice = true;
 };
 
 /// Whatever the level: what stands above it stays, what does not is as a save leaves it.
@@ -55,7 +56,8 @@ void CheckSave(const Case& c, test::Bench& bench, OutFormatConfig& root) {
     const auto after = test::AfterSave(before, c.expression, c.level);
     ExpectSame(bench.host.Store(bench.cluster, c.device)->Contents(), after);
     ExpectSame(bench.device->Store().Contents(), c.interactive ? after : before);
-    ExpectNothingToWrite(root, *bench.host.Store(bench.cluster, c.device));
+    if (c.saveTwice)
+        ExpectNothingToWrite(root, *bench.host.Store(bench.cluster, c.device));
 }
 
 /// With every parameter in sight, a fresh model finds what the saved one holds.
@@ -97,7 +99,7 @@ TEST(RoundTrip, AThousandDevicesFilledAtRandom) {
     for (int i = 0; i < 1000 && !HasFailure(); ++i) {
         SCOPED_TRACE(testing::Message() << "seed " << kSeed << ", device " << i);
         auto device = test::MakeRandomDevice(random);
-        Check({std::move(device.system), device.expression, 0, 3, i % 20 == 0});
+        Check({std::move(device.system), device.expression, 0, 3, i % 40 == 0, i % 4 == 0});
     }
 }
 
