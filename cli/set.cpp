@@ -17,6 +17,7 @@ struct Expected {
 std::vector<Expected> ValuesOf(model::OutFormatConfig& model, const std::vector<Assignment>& assignments,
                                device::ParameterAccess& access) {
     std::vector<Expected> values;
+    values.reserve(assignments.size());
     for (const Assignment& assignment : assignments)
         values.push_back({assignment.name, FieldText(Resolve(model, assignment.name), access)});
     return values;
@@ -60,6 +61,7 @@ void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
 
 void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const std::string& target, bool force) {
     std::vector<Assignment> assignments;
+    assignments.reserve(texts.size());
     for (const std::string& text : texts)
         assignments.push_back(ParseAssignment(sim::FromUtf8(text)));
     for (const Assignment& assignment : assignments)
