@@ -40,6 +40,7 @@ enum class Kind {
     Tree,
     MBEdit,
     OutputStrip,
+    NumberBox,
 };
 
 class Form;

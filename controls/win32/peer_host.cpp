@@ -7,6 +7,7 @@
 #include "controls/win32/label_peer.h"
 #include "controls/win32/mark_peer.h"
 #include "controls/win32/mb_edit_peer.h"
+#include "controls/win32/number_peer.h"
 #include "controls/win32/strip_peer.h"
 #include "controls/win32/tree_peer.h"
 #include "platform/guarded.h"
@@ -135,6 +136,8 @@ std::unique_ptr<Peer> PeerHost::Make(Widget& widget) {
         return std::make_unique<TreePeer>(*this, static_cast<Tree&>(widget));
     case Kind::MBEdit:
         return std::make_unique<MBEditPeer>(*this, static_cast<MBEdit&>(widget));
+    case Kind::NumberBox:
+        return std::make_unique<NumberPeer>(*this, static_cast<NumberBox&>(widget));
     }
     return nullptr;
 }

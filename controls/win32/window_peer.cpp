@@ -127,7 +127,7 @@ LRESULT WindowPeer::HandleKeyMessage(UINT message, WPARAM wparam, LPARAM lparam)
     if (verdict == PeerHost::KeyVerdict::Done || life.expired())
         return 0;
     if (verdict == PeerHost::KeyVerdict::Window)
-        return UsesNativeKeys() ? Default(message, wparam, lparam) : 0;
+        return UsesNativeKeys() ? TakeKey(message, wparam, lparam) : 0;
     // Nobody's: the system may still know it (Alt+F4, F1), the window's class must not, for the widget decides.
     return DefWindowProcW(window, message, wparam, lparam);
 }

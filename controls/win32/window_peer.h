@@ -64,6 +64,8 @@ class WindowPeer : public Peer {
     virtual bool NamedByText() const { return true; }
     /// Keys that the widget hands back reach the window's class.
     virtual bool UsesNativeKeys() const { return false; }
+    /// Such a key has come.
+    virtual LRESULT TakeKey(UINT message, WPARAM wparam, LPARAM lparam) { return Default(message, wparam, lparam); }
 
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
