@@ -13,26 +13,35 @@ namespace {
 
 constexpr int kNamedBytes = 33;
 
-std::vector<std::wstring> NameList() {
-    std::vector<std::wstring> list;
+} // namespace
+
+std::vector<std::wstring> ControlNames() {
+    std::vector<std::wstring> names;
     for (int byte = 0; byte < kNamedBytes; ++byte) {
         const auto code = static_cast<std::uint8_t>(byte);
-        list.push_back(text::ByteToken(code, true, true) + L"\t" + text::Hex2(code));
+        names.push_back(text::ByteName(code, true) + L"\t" + text::Hex2(code));
     }
-    return list;
+    return names;
 }
-
-} // namespace
 
 MBEdit::MBEdit(std::wstring name, int index) : Widget(Kind::MBEdit, std::move(name), index) {
     SetTabStop(true);
+    Connect();
+}
+
+void MBEdit::Connect() {
     core_.onChange = [this] {
         pending_ = true;
         Shown();
         if (onChange)
             onChange();
     };
-    core_.onSelChange = [this] { Mirror(Aspect::Selection); };
+    core_.onSelChange = [this] {
+        column_.reset();
+        Mirror(Aspect::Selection);
+        if (gesture_ && onSelChange)
+            onSelChange();
+    };
     core_.onKeyPress = [this](std::uint16_t& code) {
         if (onKeyPress)
             onKeyPress(code);
@@ -45,12 +54,12 @@ MBEdit::MBEdit(std::wstring name, int index) : Widget(Kind::MBEdit, std::move(na
     };
 }
 
-template <typename Action>
-void MBEdit::Guard(Action&& action) {
-    Form* form = OwningForm();
+void MBEdit::Guard(const std::function<void()>& action) {
     if (!Interactive())
         return;
-    if (form)
+    const bool outer = std::exchange(gesture_, true);
+    const platform::Restoring done([this, outer] { gesture_ = outer; });
+    if (Form* form = OwningForm(); form && !outer)
         platform::Guarded(form->Boxes(), L"MBEdit.KeyHandler", action);
     else
         action();
@@ -59,6 +68,7 @@ void MBEdit::Guard(Action&& action) {
 void MBEdit::SetData(const Bytes& data) {
     core_.SetData(data);
     pending_ = false;
+    column_.reset();
     Shown();
 }
 
@@ -69,9 +79,35 @@ void MBEdit::SetMaxLength(std::size_t characters) {
     Shown();
 }
 
+void MBEdit::SetMultiline(bool several) {
+    if (core_.Multiline() == several)
+        return;
+    core_.SetMultiline(several);
+    column_.reset();
+    Mirror(Aspect::Look);
+}
+
 void MBEdit::SetTooltips(bool show) {
     tooltips_ = show;
+    if (!show)
+        SetToolTip({});
     Shown();
+}
+
+void MBEdit::SetLook(const MBEditLook& look) {
+    if (look_ == look)
+        return;
+    look_ = look;
+    Mirror(Aspect::Look);
+}
+
+void MBEdit::Refresh() {
+    Mirror(Aspect::Look);
+    Mirror(Aspect::Content);
+}
+
+std::uintptr_t MBEdit::WindowHandle() const {
+    return GetPeer() ? GetPeer()->WindowHandle() : 0;
 }
 
 std::wstring MBEdit::CountText(std::size_t length) const {
@@ -95,10 +131,20 @@ void MBEdit::Attach(DropButton* names, Label* count) {
     names_ = names;
     count_ = count;
     if (names_) {
-        names_->SetEntries(NameList());
+        names_->SetEntries(ControlNames());
         names_->onChoose = [this](int entry) { InsertCC(static_cast<std::uint8_t>(entry)); };
     }
     SetMaxLength(core_.MaxLength());
+}
+
+std::wstring MBEdit::SpokenValue() const {
+    std::wstring spoken;
+    for (const std::uint8_t byte : core_.Data()) {
+        if (!spoken.empty())
+            spoken += L", ";
+        spoken += text::ByteToken(byte, false, true);
+    }
+    return spoken;
 }
 
 void MBEdit::TypeText(std::wstring_view text) {
@@ -132,8 +178,16 @@ void MBEdit::PointAtToken(std::size_t position) {
 
 void MBEdit::Copy() {
     Guard([&] {
-        if (Form* form = OwningForm(); form && core_.SelLength() > 0)
-            form->TheClipboard().Put({core_.SelectedText(), core_.SelectedData()});
+        Form* form = OwningForm();
+        if (!form || core_.SelLength() == 0)
+            return;
+        std::wstring text;
+        for (wchar_t character : core_.SelectedText()) {
+            text += character;
+            if (character == TokenText::kLineBreak)
+                text += L'\n'; // other programs want both
+        }
+        form->TheClipboard().Put({text, core_.SelectedData()});
     });
 }
 
@@ -152,6 +206,31 @@ void MBEdit::Paste() {
     });
 }
 
+void MBEdit::PasteText(std::wstring_view text) {
+    Guard([&] { core_.Paste(MBEditCore::Parse(text)); });
+}
+
+void MBEdit::TakeText(std::wstring_view before, std::wstring_view after) {
+    const std::size_t shorter = std::min(before.size(), after.size());
+    std::size_t head = 0;
+    while (head < shorter && before[head] == after[head])
+        ++head;
+    std::size_t tail = 0;
+    while (tail < shorter - head && before[before.size() - tail - 1] == after[after.size() - tail - 1])
+        ++tail;
+    const std::size_t removed = before.size() - tail - head;
+    const std::wstring_view inserted = after.substr(head, after.size() - tail - head);
+    if (removed == 0 && inserted.empty())
+        return;
+    Guard([&] {
+        core_.Select(head, removed);
+        if (inserted.empty())
+            core_.DeleteSelection();
+        else
+            core_.Paste(MBEditCore::Parse(inserted));
+    });
+}
+
 void MBEdit::Undo() {
     Guard([&] { core_.Undo(); });
 }
@@ -161,91 +240,20 @@ void MBEdit::Redo() {
 }
 
 void MBEdit::FocusEntered(bool byKeyboard) {
+    core_.EndStep();
     if (autoSelect_ && byKeyboard)
-        core_.SelectAll();
-}
-
-KeyOutcome MBEdit::HandleKey(const KeyEvent& key) {
-    if (!Interactive())
-        return KeyOutcome::NotHandled;
-    KeyOutcome outcome = KeyOutcome::Handled;
-    Guard([&] { outcome = Dispatch(key); });
-    return outcome;
-}
-
-KeyOutcome MBEdit::Dispatch(const KeyEvent& key) {
-    // Ctrl and Alt together type the third character of a key.
-    const bool types = key.character != 0 && key.alt == key.ctrl;
-    const bool control = key.character != 0 && key.character < L' ' && key.ctrl && !key.alt;
-    if (types || control) {
-        TypeText({&key.character, 1});
-        return KeyOutcome::Handled;
-    }
-    if (key.alt) {
-        if (key.key == Key::Down && names_)
-            names_->Open();
-        return key.key == Key::Down && names_ ? KeyOutcome::Handled : KeyOutcome::NotHandled;
-    }
-    if (key.key == Key::Return || key.key == Key::Escape)
-        return core_.TypeCharacter(static_cast<std::uint16_t>(key.key)) ? KeyOutcome::Handled : KeyOutcome::Native;
-    return Command(key) || Navigate(key) ? KeyOutcome::Handled : KeyOutcome::NotHandled;
-}
-
-bool MBEdit::Command(const KeyEvent& key) {
-    const auto is = [&key](Key code, bool ctrl, bool shift) {
-        return key.key == code && key.ctrl == ctrl && key.shift == shift;
-    };
-    if (is(Key::C, true, false) || is(Key::Insert, true, false))
-        Copy();
-    else if (is(Key::X, true, false) || is(Key::Delete, false, true))
-        Cut();
-    else if (is(Key::V, true, false) || is(Key::Insert, false, true))
-        Paste();
-    else if (is(Key::Z, true, false))
-        Undo();
-    else if (is(Key::Y, true, false) || is(Key::Z, true, true))
-        Redo();
-    else if (is(Key::A, true, false))
-        core_.SelectAll();
-    else
-        return false;
-    return true;
-}
-
-bool MBEdit::Navigate(const KeyEvent& key) {
-    switch (key.key) {
-    case Key::Left:
-        core_.StepLeft(key.shift);
-        return true;
-    case Key::Right:
-        core_.StepRight(key.shift);
-        return true;
-    case Key::Home:
-        core_.MoveCaret(0, key.shift);
-        return true;
-    case Key::End:
-        core_.MoveCaret(core_.TextLength(), key.shift);
-        return true;
-    case Key::Back:
-        // The host form sees Backspace as a key press, too, before the display acts on it.
-        if (std::uint16_t code = 8; onKeyPress) {
-            onKeyPress(code);
-            if (code == 0)
-                return true;
-        }
-        core_.Backspace();
-        return true;
-    case Key::Delete:
-        core_.Delete();
-        return true;
-    default:
-        return false;
-    }
+        Guard([&] { core_.SelectAll(); });
 }
 
 Size MBEdit::MinimumSize(const TextMeasure& measure) const {
-    return {measure.Width(L"n") * widthInCharacters_ + measure.Scale(8),
-            std::max(measure.LineHeight() + measure.Scale(6), measure.Scale(22))};
+    constexpr int kBorders = 6;
+    constexpr int kUsualHeight = 22;
+    int line = measure.LineHeight();
+    if (look_.font)
+        line = std::max(line, measure.Scale(look_.font->points * 96 * 5 / (72 * 4)));
+    const int width = measure.Width(L"n") * widthInCharacters_ + measure.Scale(8);
+    const int height = line * (Multiline() ? heightInLines_ : 1) + measure.Scale(kBorders);
+    return {width, std::max(height, measure.Scale(kUsualHeight))};
 }
 
 } // namespace orv::controls

@@ -1,5 +1,6 @@
 #pragma once
 // The window side of a widget.
+#include <cstdint>
 #include <memory>
 
 namespace orv::controls {
@@ -21,6 +22,7 @@ enum class Aspect {
     Scroll,    ///< content size or position of a scrolling frame
     Reveal,    ///< bring the item that the widget names into view (Tree::RevealKey())
     Open,      ///< open the list of a drop button; post it, it runs a menu
+    Look,      ///< colours, border, pointer, font and sort of an edit box
 };
 
 /// Owned by its widget and outlived by it. Mirrors state into a window and reports raw gestures by calling the
@@ -32,6 +34,8 @@ class Peer {
     /// Puts the keyboard focus on the window. The window's own focus notification then calls Form::FocusArrived,
     /// which knows the widget as focused already and does nothing.
     virtual void TakeFocus() = 0;
+    /// The number of its window, 0 for a peer without one.
+    virtual std::uintptr_t WindowHandle() const { return 0; }
 };
 
 /// Makes the peer for a widget by its kind. A child's peer is made after its parent's (Widget::Parent()->GetPeer())

@@ -48,7 +48,7 @@ TEST_F(MBEditTest, TheProgramsOwnChangesRaiseNothing) {
 
 TEST_F(MBEditTest, ANameFromTheListGoesInAtTheCaretAndTypingGoesOn) {
     ASSERT_EQ(names.Entries().size(), 33u);
-    EXPECT_EQ(names.Entries()[32], L"<Space>\t20");
+    EXPECT_EQ(names.Entries()[32], L"Space\t20");
     Type(L'A');
     Type(L'B');
     Press(Key::Left);
