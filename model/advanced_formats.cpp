@@ -5,6 +5,10 @@ namespace {
 
 enum Parameter : std::int32_t { kFormatCount = 340, kItemCategory = 351 };
 
+// The shape of the device does not depend on who looks: under a level that hides 351 the items of all formats would
+// fall into one place.
+constexpr std::int32_t kShapeAccessLevel = 3;
+
 } // namespace
 
 AdvancedFormat& AdvancedFormats::Add(std::int16_t index, const std::wstring& key) {
@@ -15,7 +19,7 @@ bool AdvancedFormats::Load() {
     device::ParameterAccess access(state_);
     const std::int16_t count = device::ToInt16(access.Read(kFormatCount));
     formats_.Clear();
-    itemSlots_ = count > 0 ? access.ElementCount(kItemCategory) / count : 0;
+    itemSlots_ = count > 0 ? access.ElementCount(kItemCategory, kShapeAccessLevel) / count : 0;
     for (std::int32_t i = 1; i <= count; ++i)
         Add(static_cast<std::int16_t>(i), L"Format" + std::to_wstring(i)).Load(itemSlots_);
     return true;

@@ -38,6 +38,14 @@ void WriteItem(std::ostream& out, const OutItem& item) {
     out << '\t' << key << FormatName(item.FormatType()) << '\t' << int{item.FormatLength()} << "\r\n";
 }
 
+/// As text, whatever the locale says of file names.
+std::wstring Name(const std::filesystem::path& file) {
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t))
+        return file.wstring();
+    const std::u32string name = file.u32string();
+    return {name.begin(), name.end()};
+}
+
 } // namespace
 
 void WriteFormatStructure(const OutFormatConfig& root, device::DeviceState& state, std::ostream& out) {
@@ -60,7 +68,7 @@ void ExportFormatStructure(const OutFormatConfig& root, device::DeviceState& sta
         WriteFormatStructure(root, state, out);
     out.close();
     if (!out)
-        throw Error(error_number::kFileAccess, text::Load(text::Id::ErrFileAccess) + L": " + file.wstring());
+        throw Error(error_number::kFileAccess, text::Load(text::Id::ErrFileAccess) + L": " + Name(file));
 }
 
 } // namespace orv::model

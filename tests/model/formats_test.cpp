@@ -171,5 +171,20 @@ TEST(FormatShapes, SlotsThatDoNotDivideEvenlyLeaveARest) {
     EXPECT_EQ(device.root.AdvancedFormats().Item(3).OutItems().Item(1).StringText(), L"third");
 }
 
+TEST(Formats, ItemsKeepTheirPlacesUnderALevelThatHidesTheirCategory) {
+    sim::SystemDescription system = test::Sample("conveyor.json");
+    test::Parameter(system.devices.front(), 351).level = 3;
+    test::Bench bench(system, {}, 0);
+    bench.Open(2);
+    OutFormatConfig root(bench.state);
+    root.Reload();
+    EXPECT_EQ(root.AdvancedFormats().ItemSlots(), 20);
+    EXPECT_TRUE(root.Save(false));
+    for (std::int32_t element = 0; element < 80; ++element)
+        for (const std::int32_t number : {351, 355, 368})
+            EXPECT_EQ(bench.host.Store(0, 0)->Get(number, element), bench.device->Store().Get(number, element))
+                << number << " " << element;
+}
+
 } // namespace
 } // namespace orv::model

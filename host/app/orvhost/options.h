@@ -36,7 +36,7 @@ struct Options {
     std::vector<CallFault> faults;
     bool extender = true;
     bool trace = false;
-    int timeLimitSeconds = 30; ///< of one command of a script
+    int timeLimitSeconds = 30; ///< of one command of a script, from its last sign of life on
 
     /// What is to be printed before the program ends (help or a complaint); then `status` is its exit status.
     std::string message;

@@ -42,7 +42,10 @@ class Player {
     /// The host's own loop has handled a message.
     void Handled() { ++handled_; }
     /// Something went on in the host or on the line: whoever waits, waits for more than that.
-    void Stirred() { stalledTicks_ = 0; }
+    void Stirred() {
+        stalledTicks_ = 0;
+        begun_ = GetTickCount64();
+    }
     /// Ends the script with a failure of the present command.
     void Fail(const std::string& reason);
     int Status() const { return failed_ ? 1 : 0; }
