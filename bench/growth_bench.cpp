@@ -52,9 +52,17 @@ void Grow(benchmark::State& state, void (*action)(Rig&), Aim aim) {
         state, "1x, as many times", aim, [&] { action(large); }, repeated);
 }
 BENCHMARK_CAPTURE(Grow, load, Load, kLinear)->Name("growth of load")->Arg(4)->Arg(16)->UseManualTime();
-BENCHMARK_CAPTURE(Grow, hostLoad, HostLoad, Aim{})->Name("  the host alone")->Arg(4)->Arg(16)->UseManualTime();
+BENCHMARK_CAPTURE(Grow, hostLoad, HostLoad, Aim{})
+    ->Name("growth of load, host alone")
+    ->Arg(4)
+    ->Arg(16)
+    ->UseManualTime();
 BENCHMARK_CAPTURE(Grow, save, Save, kLinear)->Name("growth of save")->Arg(4)->Arg(16)->UseManualTime();
-BENCHMARK_CAPTURE(Grow, hostSave, HostSave, Aim{})->Name("  the host alone ")->Arg(4)->Arg(16)->UseManualTime();
+BENCHMARK_CAPTURE(Grow, hostSave, HostSave, Aim{})
+    ->Name("growth of save, host alone")
+    ->Arg(4)
+    ->Arg(16)
+    ->UseManualTime();
 BENCHMARK_CAPTURE(Grow, export, Export, kLinear)->Name("growth of export")->Arg(4)->Arg(16)->UseManualTime();
 
 } // namespace
