@@ -218,16 +218,20 @@ void MBEdit::TakeText(std::wstring_view before, std::wstring_view after) {
     std::size_t tail = 0;
     while (tail < shorter - head && before[before.size() - tail - 1] == after[after.size() - tail - 1])
         ++tail;
-    const std::size_t removed = before.size() - tail - head;
-    const std::wstring_view inserted = after.substr(head, after.size() - tail - head);
-    if (removed == 0 && inserted.empty())
+    const std::size_t end = before.size() - tail;
+    if (head == end && head == after.size() - tail)
         return;
+    const bool deletes = head == after.size() - tail;
+    // Whole tokens: two names may have characters in common.
+    const std::size_t from = core_.Floor(head);
+    const std::size_t to = core_.Ceiling(end);
+    const std::size_t behind = before.size() - std::min(to, before.size());
     Guard([&] {
-        core_.Select(head, removed);
-        if (inserted.empty())
+        core_.Select(from, to - from);
+        if (deletes)
             core_.DeleteSelection();
         else
-            core_.Paste(MBEditCore::Parse(inserted));
+            core_.Paste(MBEditCore::Parse(after.substr(from, after.size() - behind - from)));
     });
 }
 

@@ -20,13 +20,13 @@ struct FontChoice {
 
 /// What is not set follows the system: its colours, its message font.
 struct MBEditLook {
-    std::optional<ColourValue> textColor;    ///< bytes shown as themselves
-    std::optional<ColourValue> specialColor; ///< tokens
-    std::optional<ColourValue> backColor;
-    int borderStyle = 1;    ///< 0 none, 1 the usual one
-    int mousePointer = 0;   ///< PointerShape as a number; others are the usual one
-    std::wstring mouseIcon; ///< file of the pointer for PointerShape::Icon
-    std::optional<FontChoice> font;
+    std::optional<ColourValue> textColor = {};    ///< bytes shown as themselves
+    std::optional<ColourValue> specialColor = {}; ///< tokens
+    std::optional<ColourValue> backColor = {};
+    int borderStyle = 1;         ///< 0 none, 1 the usual one
+    int mousePointer = 0;        ///< PointerShape as a number; others are the usual one
+    std::wstring mouseIcon = {}; ///< file of the pointer for PointerShape::Icon
+    std::optional<FontChoice> font = {};
     bool operator==(const MBEditLook&) const = default;
 };
 

@@ -2,8 +2,6 @@
 
 #include <imm.h>
 #include <richedit.h>
-#include <uxtheme.h>
-#include <vssym32.h>
 
 #include "controls/win32/edit_menu.h"
 #include "controls/win32/peer_host.h"
@@ -11,42 +9,90 @@
 namespace orv::controls::win32 {
 namespace {
 
-constexpr DWORD kStyle = ES_AUTOHSCROLL | ES_NOOLEDRAGDROP | WS_TABSTOP;
+constexpr UINT kReconcile = WM_APP + 1;
+constexpr LPARAM kEvents = ENM_SELCHANGE | ENM_CHANGE;
 
-struct CloseTheme {
-    void operator()(HTHEME theme) const { CloseThemeData(theme); }
-};
-using OwnedTheme = platform::win32::Owned<HTHEME, CloseTheme>;
+WindowSpec SpecOf(const MBEdit& edit) {
+    const DWORD sort = edit.Multiline() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
+    const DWORD border = edit.Look().borderStyle != 0 ? WS_EX_CLIENTEDGE : 0;
+    return {MSFTEDIT_CLASS, sort | ES_NOOLEDRAGDROP | WS_TABSTOP, border};
+}
 
 POINT PointOf(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
 }
 
+void FrameChanged(HWND window) {
+    SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 } // namespace
 
 MBEditPeer::MBEditPeer(PeerHost& host, MBEdit& edit)
-    : WindowPeer(host, edit, {MSFTEDIT_CLASS, kStyle, WS_EX_CLIENTEDGE}), edit_(edit), view_(Window()) {
+    : WindowPeer(host, edit, SpecOf(edit)), edit_(edit), several_(edit.Multiline()) {
+    Furnish();
+    WindowPeer::Mirror(Aspect::Name);
+}
+
+MBEditPeer::~MBEditPeer() {
+    edit_.SetLayout(nullptr);
+}
+
+void MBEditPeer::Furnish() {
     // Bytes are typed one by one; there is nothing to compose.
     ImmAssociateContext(Window(), nullptr);
+    view_.Use(Window(), several_);
     Send(EM_SETTEXTMODE, TM_RICHTEXT | TM_SINGLELEVELUNDO);
     Send(EM_SETUNDOLIMIT, 0);
     Send(EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
-    SetWindowTextW(Window(), L"");
-    SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    view_.ShowColours(edit.EffectivelyEnabled());
+    lines_.Use(Window());
+    edit_.SetLayout(&lines_);
+    Dress();
     ShowContent();
-    Send(EM_SETEVENTMASK, 0, ENM_SELCHANGE);
-    WindowPeer::Mirror(Aspect::Name);
+    Send(EM_SETEVENTMASK, 0, kEvents);
+}
+
+void MBEditPeer::Dress() {
+    pointer_.Choose(edit_.Look());
+    platform::win32::OwnedFont chosen = FontOf(edit_.Look(), Host().Dpi());
+    if (chosen || font_)
+        view_.ShowFont(chosen ? chosen.Get() : Host().Font());
+    font_ = std::move(chosen);
+    view_.ShowColours(ColoursOf(edit_));
+    FrameChanged(Window());
+}
+
+void MBEditPeer::ShowLook() {
+    const WindowSpec spec = SpecOf(edit_);
+    if (several_ != edit_.Multiline()) {
+        several_ = edit_.Multiline();
+        accessible_.reset(); // it speaks for the former window
+        Replace(spec);
+        font_.Reset();
+        Furnish();
+        WindowPeer::Mirror(Aspect::Name);
+        return;
+    }
+    const LONG_PTR former = GetWindowLongPtrW(Window(), GWL_EXSTYLE) & ~static_cast<LONG_PTR>(WS_EX_CLIENTEDGE);
+    SetWindowLongPtrW(Window(), GWL_EXSTYLE, former | static_cast<LONG_PTR>(spec.extendedStyle));
+    Dress();
+    RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+}
+
+void MBEditPeer::ShowColours() {
+    view_.ShowColours(ColoursOf(edit_));
+    RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
 }
 
 void MBEditPeer::ShowContent() {
     view_.ShowText(edit_.Core().Text(), edit_.Core().Cells());
     ShowSelection();
+    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, Window(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void MBEditPeer::ShowSelection() {
-    view_.ShowSelection(edit_.Core().SelStart(), edit_.Core().SelLength());
+    view_.ShowSelection(edit_.SelStart(), edit_.SelLength());
     if (GetFocus() == Window())
         Send(EM_SCROLLCARET);
 }
@@ -59,10 +105,12 @@ void MBEditPeer::Mirror(Aspect aspect) {
     case Aspect::Selection:
         ShowSelection();
         break;
+    case Aspect::Look:
+        ShowLook();
+        break;
     case Aspect::Enabled:
         WindowPeer::Mirror(aspect);
-        view_.ShowColours(edit_.EffectivelyEnabled());
-        RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+        ShowColours();
         break;
     case Aspect::Caption:
         WindowPeer::Mirror(Aspect::Name); // the window's text is the content
@@ -84,6 +132,36 @@ LRESULT MBEditPeer::Notify(NMHDR& header) {
     if (!life.expired())
         ShowSelection();
     return 0;
+}
+
+void MBEditPeer::Command(WORD code) {
+    // Whoever edits the window now may not be done with it.
+    if (code == EN_CHANGE && !view_.Showing())
+        PostMessageW(Window(), kReconcile, 0, 0);
+}
+
+void MBEditPeer::Reconcile() {
+    const std::wstring present = view_.Present();
+    if (present != view_.Shown())
+        Take(view_.Shown(), present);
+}
+
+void MBEditPeer::Take(const std::wstring& before, const std::wstring& after) {
+    const std::wstring former = before;
+    const Life life = TakeLife();
+    view_.Forget();
+    edit_.TakeText(former, after);
+    if (!life.expired())
+        ShowContent();
+}
+
+LRESULT MBEditPeer::LetIn(UINT message, WPARAM wparam, LPARAM lparam) {
+    // These forms of text only the window's class can read.
+    Send(EM_SETEVENTMASK, 0, 0);
+    const LRESULT result = Default(message, wparam, lparam);
+    Send(EM_SETEVENTMASK, 0, kEvents);
+    Reconcile();
+    return result;
 }
 
 bool MBEditPeer::EditMessage(UINT message, LPARAM lparam) {
@@ -109,12 +187,8 @@ bool MBEditPeer::EditMessage(UINT message, LPARAM lparam) {
         edit_.Redo();
         return true;
     case EM_REPLACESEL:
-        edit_.TypeText(reinterpret_cast<const wchar_t*>(lparam));
+        edit_.PasteText(reinterpret_cast<const wchar_t*>(lparam));
         return true;
-    case WM_SETTEXT:
-    case EM_SETTEXTEX:
-    case EM_STREAMIN:
-        return true; // text without cells: there is no telling what bytes it stands for
     default:
         return false;
     }
@@ -123,6 +197,38 @@ bool MBEditPeer::EditMessage(UINT message, LPARAM lparam) {
 LRESULT MBEditPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     if (!view_.Showing() && EditMessage(message, lparam))
         return 0;
+    switch (message) {
+    case WM_SETTEXT:
+        if (view_.Showing())
+            break;
+        Take(view_.Shown(), lparam != 0 ? reinterpret_cast<const wchar_t*>(lparam) : L"");
+        return TRUE;
+    case EM_SETTEXTEX:
+    case EM_STREAMIN:
+        return view_.Showing() ? Default(message, wparam, lparam) : LetIn(message, wparam, lparam);
+    case kReconcile:
+        Reconcile();
+        return 0;
+    case WM_CONTEXTMENU:
+        return Menu(lparam);
+    case WM_SYSCOLORCHANGE:
+        ShowColours();
+        return Default(message, wparam, lparam);
+    case WM_NCPAINT:
+        return DrawBorder(wparam, lparam);
+    case WM_NCCALCSIZE:
+        return PlaceText(wparam, lparam);
+    case WM_SETCURSOR:
+        return LOWORD(lparam) == HTCLIENT && pointer_.Show() ? TRUE : Default(message, wparam, lparam);
+    case WM_GETOBJECT:
+        return Accessible(wparam, lparam);
+    default:
+        break;
+    }
+    return PointerMessage(message, wparam, lparam);
+}
+
+LRESULT MBEditPeer::PointerMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
     case WM_LBUTTONDOWN:
         return Press(PointOf(lparam), (wparam & MK_SHIFT) != 0, false);
@@ -139,18 +245,11 @@ LRESULT MBEditPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
     case WM_RBUTTONUP:
         return DefWindowProcW(Window(), message, wparam, lparam); // which asks for the context menu
-    case WM_CONTEXTMENU:
-        return Menu(lparam);
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+        return 0; // the class would scroll by it
     case WM_MOUSEWHEEL:
-        return SendMessageW(GetParent(Window()), message, wparam, lparam);
-    case WM_SYSCOLORCHANGE:
-        view_.ShowColours(edit_.EffectivelyEnabled());
-        RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
-        return Default(message, wparam, lparam);
-    case WM_NCPAINT:
-        return PaintBorder();
-    case WM_NCCALCSIZE:
-        return PlaceText(wparam, lparam);
+        return Wheel(message, wparam, lparam);
     default:
         return WindowPeer::Handle(message, wparam, lparam);
     }
@@ -177,6 +276,14 @@ LRESULT MBEditPeer::Drag(POINT point) {
     return 0;
 }
 
+LRESULT MBEditPeer::Wheel(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (!several_ || lines_.LineCount() <= lines_.VisibleLines())
+        return SendMessageW(GetParent(Window()), message, wparam, lparam);
+    constexpr int kLines = 3;
+    Send(EM_LINESCROLL, 0, -GET_WHEEL_DELTA_WPARAM(wparam) * kLines / WHEEL_DELTA);
+    return 0;
+}
+
 LRESULT MBEditPeer::Menu(LPARAM lparam) {
     POINT where = PointOf(lparam);
     if (lparam == -1) { // by keyboard
@@ -186,47 +293,45 @@ LRESULT MBEditPeer::Menu(LPARAM lparam) {
     }
     const Life life = TakeLife();
     const EditCommand command = RunEditMenu(Window(), where, edit_);
-    if (life.expired())
-        return 0;
-    Perform(command, edit_);
+    if (!life.expired())
+        Perform(command, edit_);
     return 0;
 }
 
 LRESULT MBEditPeer::PlaceText(WPARAM wparam, LPARAM lparam) {
     const LRESULT result = Default(WM_NCCALCSIZE, wparam, lparam);
-    // The window's class writes its line at the very top: the border takes the room above and below.
     RECT& client = *reinterpret_cast<RECT*>(lparam); // first member of the longer form as well
-    const int spare = static_cast<int>(client.bottom - client.top) - Host().LineHeight();
+    const int margin = Host().Scale(2);
+    client.left += margin;
+    if (several_) {
+        client.top += margin; // the scroll bar keeps to the right border
+        return result;
+    }
+    client.right -= margin;
+    // The window's class writes its line at the very top: the border takes the room above and below.
+    const int line =
+        edit_.Look().font ? MulDiv(edit_.Look().font->points, Host().Dpi() * 4, 72 * 3) : Host().LineHeight();
+    const int spare = static_cast<int>(client.bottom - client.top) - line;
     if (spare > 0) {
         client.top += spare / 2;
         client.bottom -= spare - spare / 2;
     }
-    InflateRect(&client, -Host().Scale(2), 0);
     return result;
 }
 
-LRESULT MBEditPeer::PaintBorder() {
-    RECT area{};
-    GetWindowRect(Window(), &area);
-    RECT client{};
-    GetClientRect(Window(), &client);
-    MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
-    OffsetRect(&client, -area.left, -area.top);
-    OffsetRect(&area, -area.left, -area.top);
-    const bool enabled = IsWindowEnabled(Window()) != FALSE;
-    const OwnedTheme theme(IsThemeActive() ? OpenThemeData(Window(), L"EDIT") : nullptr);
-    const HDC dc = GetWindowDC(Window());
-    ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    if (theme)
-        DrawThemeBackground(theme.Get(), dc, EP_EDITTEXT, enabled ? ETS_NORMAL : ETS_DISABLED, &area, nullptr);
-    else
-        DrawEdge(dc, &area, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-    // The theme's inside may be of another shade than the text's background.
-    if (theme)
-        InflateRect(&area, -GetSystemMetrics(SM_CXBORDER), -GetSystemMetrics(SM_CYBORDER));
-    FillRect(dc, &area, GetSysColorBrush(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
-    ReleaseDC(Window(), dc);
+LRESULT MBEditPeer::DrawBorder(WPARAM wparam, LPARAM lparam) {
+    if (several_)
+        Default(WM_NCPAINT, wparam, lparam); // for the scroll bar
+    PaintBorder(Window(), edit_.Look().borderStyle != 0, view_.Colours().back);
     return 0;
+}
+
+LRESULT MBEditPeer::Accessible(WPARAM wparam, LPARAM lparam) {
+    if (static_cast<DWORD>(lparam) != static_cast<DWORD>(OBJID_CLIENT))
+        return Default(WM_GETOBJECT, wparam, lparam);
+    if (!accessible_)
+        accessible_.emplace(Window(), edit_);
+    return accessible_->Answer(wparam);
 }
 
 } // namespace orv::controls::win32

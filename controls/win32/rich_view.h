@@ -8,17 +8,26 @@
 
 #include <richedit.h>
 
-#include "controls/mb_edit_core.h"
+#include "controls/mb_edit_text.h"
 
 namespace orv::controls::win32 {
 
+struct ViewColours {
+    COLORREF back = 0;
+    COLORREF text = 0;
+    COLORREF token = 0;
+    bool operator==(const ViewColours&) const = default;
+};
+
 class RichView {
   public:
-    explicit RichView(HWND window) : window_(window) {}
+    /// Another window, empty and with its font; `several` lines or one, which shows line breaks as a mark.
+    void Use(HWND window, bool several);
     /// Patches the window's text where it differs, tokens in their colour.
     void ShowText(const std::wstring& text, std::span<const ShadowCell> cells);
-    /// Colours of the system anew; `enabled` dims all of it.
-    void ShowColours(bool enabled);
+    void ShowColours(const ViewColours& colours);
+    const ViewColours& Colours() const { return colours_; }
+    void ShowFont(HFONT font);
     void ShowSelection(std::size_t start, std::size_t length);
     /// Border between characters that is nearest to a point of the client area.
     std::size_t PositionAt(POINT point) const;
@@ -27,18 +36,31 @@ class RichView {
     /// What the window reports now is our own doing.
     bool Showing() const { return showing_; }
 
+    /// The characters that were put into the window, one for each of the text, and those that it has.
+    const std::wstring& Shown() const { return text_; }
+    std::wstring Present() const;
+    /// Somebody else changed the window: the next text is shown whole.
+    void Forget() { known_ = false; }
+
   private:
     class Quiet;
+    void Patch(std::size_t from, std::size_t oldEnd, std::size_t newEnd);
+    void Fill();
+    bool Stream();
+    void Recolour();
     void Colour(std::size_t from, std::size_t to);
     void ColourRun(std::size_t from, std::size_t to, bool token);
+    std::size_t Length() const;
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
         return SendMessageW(window_, message, wparam, lparam);
     }
 
-    HWND window_;
+    HWND window_ = nullptr;
+    bool several_ = false;
+    bool known_ = true;
     std::wstring text_;
     std::vector<ShadowCell> cells_;
-    bool enabled_ = true;
+    ViewColours colours_;
     bool showing_ = false;
 };
 

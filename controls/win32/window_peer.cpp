@@ -20,31 +20,49 @@ HWND ParentWindow(const PeerHost& host, const Widget& widget) {
 } // namespace
 
 WindowPeer::WindowPeer(PeerHost& host, Widget& widget, const WindowSpec& spec) : host_(host), widget_(widget) {
-    const platform::win32::ActivationScope active(host.Context());
-    const Rect place = widget.WindowBounds();
-    DWORD style = WS_CHILD | WS_CLIPSIBLINGS | spec.style;
-    if (widget.Visible())
-        style |= WS_VISIBLE;
-    if (!widget.EffectivelyEnabled())
-        style |= WS_DISABLED;
-    window_ =
-        platform::win32::Made(CreateWindowExW(spec.extendedStyle, spec.type, widget.Caption().c_str(), style, place.x,
-                                              place.y, place.width, place.height, ParentWindow(host, widget),
-                                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host.IdOf(widget))),
-                                              platform::win32::OwnModule(), nullptr),
-                              spec.type);
-    SetWindowSubclass(window_, &WindowPeer::Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(host.Font()), FALSE);
-    host.Register(window_, *this);
-    host.Tips().Set(window_, widget.ToolTip());
+    Open(spec);
 }
 
 WindowPeer::~WindowPeer() {
-    RemoveWindowSubclass(window_, &WindowPeer::Procedure, kSubclass);
-    host_.Tips().Set(window_, {});
-    host_.Names().Clear(window_);
-    host_.Unregister(window_);
-    DestroyWindow(window_);
+    Close(window_);
+}
+
+void WindowPeer::Open(const WindowSpec& spec) {
+    const platform::win32::ActivationScope active(host_.Context());
+    const Rect place = widget_.WindowBounds();
+    DWORD style = WS_CHILD | WS_CLIPSIBLINGS | spec.style;
+    if (widget_.Visible())
+        style |= WS_VISIBLE;
+    if (!widget_.EffectivelyEnabled())
+        style |= WS_DISABLED;
+    window_ =
+        platform::win32::Made(CreateWindowExW(spec.extendedStyle, spec.type, widget_.Caption().c_str(), style, place.x,
+                                              place.y, place.width, place.height, ParentWindow(host_, widget_),
+                                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host_.IdOf(widget_))),
+                                              platform::win32::OwnModule(), nullptr),
+                              spec.type);
+    SetWindowSubclass(window_, &WindowPeer::Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(host_.Font()), FALSE);
+    host_.Register(window_, *this);
+    host_.Tips().Set(window_, widget_.ToolTip());
+}
+
+void WindowPeer::Close(HWND window) {
+    RemoveWindowSubclass(window, &WindowPeer::Procedure, kSubclass);
+    host_.Tips().Set(window, {});
+    host_.Names().Clear(window);
+    host_.Unregister(window);
+    DestroyWindow(window);
+}
+
+void WindowPeer::Replace(const WindowSpec& spec) {
+    const HWND former = window_;
+    Open(spec);
+    SetWindowPos(window_, former, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    // Before the former one goes, or the system would look for another window to focus.
+    if (GetFocus() == former)
+        ::SetFocus(window_);
+    Close(former);
 }
 
 void WindowPeer::Mirror(Aspect aspect) {

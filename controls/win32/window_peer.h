@@ -31,6 +31,7 @@ class WindowPeer : public Peer {
 
     void Mirror(Aspect aspect) override;
     void TakeFocus() override;
+    std::uintptr_t WindowHandle() const override { return reinterpret_cast<std::uintptr_t>(window_); }
 
     // Notifications of the window, handed back to it by the frame it stands in.
     virtual void Command(WORD /*code*/) {}
@@ -44,6 +45,9 @@ class WindowPeer : public Peer {
 
     using Life = std::weak_ptr<const int>;
     Life TakeLife() const { return life_; }
+
+    /// Another window in the place of this one, with the focus if this one has it. It has only the common state.
+    void Replace(const WindowSpec& spec);
 
     PeerHost& Host() const { return host_; }
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
@@ -73,6 +77,8 @@ class WindowPeer : public Peer {
     LRESULT HandleKeyMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT FocusGained(WPARAM wparam, LPARAM lparam);
     LRESULT FocusLost(WPARAM wparam, LPARAM lparam);
+    void Open(const WindowSpec& spec);
+    void Close(HWND window);
     void MirrorName();
 
     PeerHost& host_;

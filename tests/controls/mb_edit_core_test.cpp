@@ -175,6 +175,94 @@ TEST(MBEditCore, UndoAndRedoWalkThroughTheEdits) {
     EXPECT_FALSE(core.Redo()) << "an edit forgets what was undone";
 }
 
+TEST(MBEditCore, ARunOfOneKindIsOneStepBack) {
+    MBEditCore core;
+    std::vector<std::wstring> steps;
+    const auto step = [&](auto&& action) {
+        steps.push_back(core.Text());
+        action();
+    };
+    const auto type = [&core](std::string_view keys) {
+        for (char key : keys)
+            core.TypeCharacter(static_cast<std::uint8_t>(key));
+    };
+    step([&] { type("ab \r"); });
+    step([&] {
+        core.MoveCaret(1, false);
+        type("xy");
+    });
+    step([&] {
+        core.Backspace();
+        core.Backspace();
+    });
+    step([&] { type("z"); });
+    step([&] { core.InsertCC(2); });
+    step([&] { core.InsertCC(3); });
+    step([&] {
+        core.Delete();
+        core.Delete();
+    });
+    step([&] {
+        core.SelectAll();
+        type("new");
+    });
+    step([&] {
+        core.EndStep();
+        type("er");
+    });
+    const std::wstring last = core.Text();
+    EXPECT_EQ(last, L"newer");
+    for (std::size_t i = steps.size(); i-- > 0;) {
+        ASSERT_TRUE(core.Undo());
+        EXPECT_EQ(core.Text(), steps[i]) << i;
+    }
+    EXPECT_FALSE(core.CanUndo());
+    for (std::size_t i = 1; i <= steps.size(); ++i) {
+        ASSERT_TRUE(core.Redo());
+        EXPECT_EQ(core.Text(), i < steps.size() ? steps[i] : last) << i;
+    }
+    EXPECT_FALSE(core.CanRedo());
+    EXPECT_TRUE(core.Undo() && core.Undo());
+    EXPECT_EQ(core.SelectedText(), core.Text()) << "what was typed over is selected again";
+}
+
+TEST(MBEditCore, AMaskedReturnBreaksALineOnlyWhereThereAreLines) {
+    MBEditCore core = Filled(B("ab"), 4);
+    core.SetMaskReturn(true);
+    int refused = 0;
+    core.onMaxLengthExceeded = [&refused] { ++refused; };
+    EXPECT_FALSE(core.TypeCharacter(13));
+    EXPECT_EQ(core.Text(), L"ab");
+    core.SetMultiline(true);
+    EXPECT_TRUE(core.TypeCharacter(13));
+    core.TypeCharacter('c');
+    EXPECT_EQ(core.Text(), L"ab\rc");
+    EXPECT_EQ(core.Data(), (Bytes{'a', 'b', 13, 'c'}));
+    EXPECT_EQ(core.Cells()[2], (ShadowCell{13, 1}));
+    core.TypeCharacter(13);
+    EXPECT_EQ(refused, 1);
+    core.SetMultiline(false);
+    EXPECT_EQ(core.Text(), L"ab\rc") << "what it is shown as changes, not the value";
+    core.SetMaskReturn(false);
+    core.SelectAll();
+    core.TypeCharacter(13);
+    EXPECT_EQ(core.Text(), L"<CR>");
+}
+
+TEST(MBEditCore, OnlyARealMoveIsToldAsOne) {
+    MBEditCore core = Filled({13, 'A'});
+    int moves = 0;
+    core.onSelChange = [&moves] { ++moves; };
+    core.MoveCaret(5, false);
+    core.Select(5, 0);
+    EXPECT_EQ(moves, 0);
+    core.MoveCaret(3, false);
+    EXPECT_EQ(moves, 1);
+    core.StepLeft(false);
+    core.StepLeft(false);
+    EXPECT_EQ(moves, 2) << "nowhere to go";
+}
+
 TEST(MBEditCore, LockedTakesNoEditAndRaisesNothing) {
     MBEditCore core = Filled(B("ab"), 2);
     core.SetLocked(true);
