@@ -21,6 +21,7 @@ enum class Aspect {
     Content,   ///< text of an edit box
     Scroll,    ///< content size or position of a scrolling frame
     Reveal,    ///< bring the item that the widget names into view (Tree::RevealKey())
+    Mark,      ///< insert mark of a list under a drag; while one is under way, time passes for it
     Open,      ///< open the list of a drop button; post it, it runs a menu
     Look,      ///< colours, border, pointer, font and sort of an edit box
 };

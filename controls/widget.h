@@ -40,6 +40,7 @@ enum class Kind {
     Tree,
     MBEdit,
     OutputStrip,
+    PictureList,
     NumberBox,
 };
 

@@ -8,6 +8,7 @@
 #include "controls/win32/mark_peer.h"
 #include "controls/win32/mb_edit_peer.h"
 #include "controls/win32/number_peer.h"
+#include "controls/win32/picture_list_peer.h"
 #include "controls/win32/strip_peer.h"
 #include "controls/win32/tree_peer.h"
 #include "platform/guarded.h"
@@ -132,6 +133,8 @@ std::unique_ptr<Peer> PeerHost::Make(Widget& widget) {
         return std::make_unique<MarkPeer>(*this, widget);
     case Kind::ComboBox:
         return std::make_unique<ComboPeer>(*this, static_cast<ComboBox&>(widget));
+    case Kind::PictureList:
+        return std::make_unique<PictureListPeer>(*this, static_cast<PictureList&>(widget));
     case Kind::Tree:
         return std::make_unique<TreePeer>(*this, static_cast<Tree&>(widget));
     case Kind::MBEdit:

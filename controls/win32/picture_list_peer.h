@@ -1,0 +1,58 @@
+#pragma once
+#include "controls/picture_list.h"
+#include "controls/win32/picture_list_look.h"
+#include "controls/win32/pictures.h"
+#include "controls/win32/window_peer.h"
+
+namespace orv::controls::win32 {
+
+/// A list view that is told how many rows there are and asks for what it shows. Pointer and keys never reach it: its
+/// own ways with them begin loops of their own.
+class PictureListPeer final : public WindowPeer {
+  public:
+    PictureListPeer(PeerHost& host, PictureList& list);
+    ~PictureListPeer() override;
+    void Mirror(Aspect aspect) override;
+    LRESULT Notify(NMHDR& header) override;
+
+  protected:
+    LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+    bool NamedByText() const override { return false; }
+
+  private:
+    void ShowColours();
+    void SetRowHeight(int height);
+    void FillWidth();
+    void TellGeometry();
+    void Sync();
+    void Select();
+    void Scroll();
+    void RunDrag();
+    void TellTop();
+
+    LRESULT Pointer(UINT message, LPARAM lparam);
+    void Pressed(Point at, bool twice);
+    void LetGo();
+    bool TakesFocus();
+    void Hover(Point at);
+    void RunMenu(LPARAM lparam);
+    POINT MenuPlace(LPARAM lparam) const;
+
+    LRESULT Drawing(NMLVCUSTOMDRAW& draw);
+    LRESULT Wanted(NMLVDISPINFOW& wanted) const;
+    LRESULT Changed(const NMLISTVIEW& change);
+
+    RECT Client() const;
+    /// Of the window's inside in the widget.
+    Point Inset() const;
+
+    PictureList& list_;
+    PictureListLook look_;
+    OwnedImageList height_; ///< holds no picture: the height of its pictures is that of the rows
+    int tipRow_ = -1;
+    bool captured_ = false;
+    bool showing_ = false; ///< what the window reports now is our own doing
+    ULONGLONG ticked_ = 0;
+};
+
+} // namespace orv::controls::win32
