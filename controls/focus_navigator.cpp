@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "controls/simple_widgets.h"
+#include "controls/tab_strip.h"
 
 namespace orv::controls {
 namespace {
@@ -40,6 +41,18 @@ bool IsStop(const Widget& widget, const Widget* from) {
     return !option || (!SameGroup(widget, from) && IsGroupStop(*option));
 }
 
+/// Asked for many ancestors one after the other; `searched` need not be looked at again.
+TabStrip* FindTabStrip(Widget& below, const Widget* searched) {
+    if (&below == searched || !below.EffectivelyVisible() || !below.EffectivelyEnabled())
+        return nullptr;
+    if (auto* strip = dynamic_cast<TabStrip*>(&below))
+        return strip;
+    for (const auto& child : below.Children())
+        if (TabStrip* found = FindTabStrip(*child, searched))
+            return found;
+    return nullptr;
+}
+
 wchar_t Upper(wchar_t letter) {
     return static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(letter)));
 }
@@ -54,6 +67,16 @@ Widget* NextStop(Widget& root, const Widget* from, Direction direction) {
     auto start = from ? std::find(order.begin(), order.end(), from) : order.begin();
     const auto found = std::find_if(start, order.end(), [from](const Widget* w) { return IsStop(*w, from); });
     return found == order.end() ? nullptr : *found;
+}
+
+TabStrip* NearestTabStrip(Widget& from) {
+    const Widget* searched = nullptr;
+    for (Widget* around = &from; around; around = around->Parent()) {
+        if (TabStrip* found = FindTabStrip(*around, searched))
+            return found;
+        searched = around;
+    }
+    return nullptr;
 }
 
 Widget* FindAccessKey(Widget& root, const Widget* from, wchar_t letter) {

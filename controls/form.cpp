@@ -2,6 +2,7 @@
 
 #include "controls/focus_navigator.h"
 #include "controls/simple_widgets.h"
+#include "controls/tab_strip.h"
 #include "platform/guarded.h"
 
 namespace orv::controls {
@@ -24,7 +25,7 @@ bool Releases(const Widget& widget) {
 void ScrollAncestors(const Widget& widget) {
     for (Widget* ancestor = widget.Parent(); ancestor; ancestor = ancestor->Parent())
         if (auto* frame = dynamic_cast<Frame*>(ancestor))
-            frame->ScrollIntoView(widget);
+            frame->ScrollIntoView(widget, widget.FocusPart());
 }
 
 } // namespace
@@ -137,6 +138,13 @@ KeyOutcome Form::RouteKey(const KeyEvent& key) {
 }
 
 KeyOutcome Form::Navigate(const KeyEvent& key) {
+    if (key.key == Key::Tab && key.ctrl && !key.alt) {
+        TabStrip* strip = focused_ ? NearestTabStrip(*focused_) : nullptr;
+        if (!strip)
+            return KeyOutcome::NotHandled;
+        strip->Step(key.shift ? -1 : 1);
+        return KeyOutcome::Handled;
+    }
     if (key.key == Key::Tab && !key.ctrl && !key.alt) {
         const Direction direction = key.shift ? Direction::Back : Direction::Next;
         Widget* stop = NextStop(*root_, focused_, direction);

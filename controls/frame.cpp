@@ -54,15 +54,18 @@ void Frame::ScrollTo(Point position) {
 }
 
 void Frame::ScrollIntoView(const Widget& descendant) {
+    ScrollIntoView(descendant, {0, 0, descendant.Bounds().width, descendant.Bounds().height});
+}
+
+void Frame::ScrollIntoView(const Widget& descendant, Rect part) {
     if (&descendant == this || !descendant.IsWithin(*this))
         return;
-    Rect area = descendant.Bounds();
-    for (const Widget* w = descendant.Parent(); w != this; w = w->Parent()) {
-        area.x += w->Bounds().x;
-        area.y += w->Bounds().y;
+    for (const Widget* w = &descendant; w != this; w = w->Parent()) {
+        part.x += w->Bounds().x;
+        part.y += w->Bounds().y;
     }
     ScrollTo(
-        {Shift(scroll_.x, View().width, area.x, area.width), Shift(scroll_.y, View().height, area.y, area.height)});
+        {Shift(scroll_.x, View().width, part.x, part.width), Shift(scroll_.y, View().height, part.y, part.height)});
 }
 
 Size Frame::MinimumSize(const TextMeasure& measure) const {

@@ -34,6 +34,8 @@ class Frame : public Widget {
     void ScrollTo(Point position);
     /// Scrolls as little as shows `descendant` whole, its top left corner first.
     void ScrollIntoView(const Widget& descendant);
+    /// A part of it alone, in its own coordinates.
+    void ScrollIntoView(const Widget& descendant, Rect part);
 
     Size MinimumSize(const TextMeasure& measure) const override;
 

@@ -42,6 +42,10 @@ enum class Kind {
     OutputStrip,
     PictureList,
     NumberBox,
+    CheckList,
+    TabStrip,
+    Toolbar,
+    TextBox,
 };
 
 class Form;
@@ -126,6 +130,9 @@ class Widget {
 
     /// Smallest size at which nothing is clipped.
     virtual Size MinimumSize(const TextMeasure& measure) const = 0;
+
+    /// What has to be seen of a widget with the focus, in its own coordinates.
+    virtual Rect FocusPart() const { return {0, 0, bounds_.width, bounds_.height}; }
 
     /// The focus has come, by keyboard or program or else with the pointer.
     virtual void FocusEntered(bool /*byKeyboard*/) {}

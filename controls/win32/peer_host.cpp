@@ -1,6 +1,7 @@
 #include "controls/win32/peer_host.h"
 
 #include "controls/win32/button_peer.h"
+#include "controls/win32/check_list_peer.h"
 #include "controls/win32/combo_peer.h"
 #include "controls/win32/drop_button_peer.h"
 #include "controls/win32/frame_peer.h"
@@ -10,6 +11,9 @@
 #include "controls/win32/number_peer.h"
 #include "controls/win32/picture_list_peer.h"
 #include "controls/win32/strip_peer.h"
+#include "controls/win32/tab_peer.h"
+#include "controls/win32/text_peer.h"
+#include "controls/win32/toolbar_peer.h"
 #include "controls/win32/tree_peer.h"
 #include "platform/guarded.h"
 
@@ -133,14 +137,22 @@ std::unique_ptr<Peer> PeerHost::Make(Widget& widget) {
         return std::make_unique<MarkPeer>(*this, widget);
     case Kind::ComboBox:
         return std::make_unique<ComboPeer>(*this, static_cast<ComboBox&>(widget));
-    case Kind::PictureList:
-        return std::make_unique<PictureListPeer>(*this, static_cast<PictureList&>(widget));
     case Kind::Tree:
         return std::make_unique<TreePeer>(*this, static_cast<Tree&>(widget));
     case Kind::MBEdit:
         return std::make_unique<MBEditPeer>(*this, static_cast<MBEdit&>(widget));
     case Kind::NumberBox:
         return std::make_unique<NumberPeer>(*this, static_cast<NumberBox&>(widget));
+    case Kind::PictureList:
+        return std::make_unique<PictureListPeer>(*this, static_cast<PictureList&>(widget));
+    case Kind::CheckList:
+        return std::make_unique<CheckListPeer>(*this, static_cast<CheckList&>(widget));
+    case Kind::TabStrip:
+        return std::make_unique<TabPeer>(*this, static_cast<TabStrip&>(widget));
+    case Kind::Toolbar:
+        return std::make_unique<ToolbarPeer>(*this, static_cast<Toolbar&>(widget));
+    case Kind::TextBox:
+        return std::make_unique<TextPeer>(*this, static_cast<TextBox&>(widget));
     }
     return nullptr;
 }

@@ -1,0 +1,39 @@
+#pragma once
+#include "platform/win32/owned.h"
+
+#include <commctrl.h>
+
+#include "controls/check_list.h"
+#include "controls/win32/pictures.h"
+#include "controls/win32/window_peer.h"
+
+namespace orv::controls::win32 {
+
+/// The window never checks or selects by itself: it asks the widget and shows what that says.
+class CheckListPeer final : public WindowPeer {
+  public:
+    CheckListPeer(PeerHost& host, CheckList& list);
+    void Mirror(Aspect aspect) override;
+    LRESULT Notify(NMHDR& header) override;
+
+  protected:
+    LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+    bool NamedByText() const override { return false; }
+
+  private:
+    void ShowLook();
+    void MakeBoxes();
+    void MirrorItems();
+    void MirrorChecks();
+    void MirrorSelection();
+    void FitColumn();
+    LRESULT Changing(const NMLISTVIEW& change);
+    LRESULT Drawing(NMLVCUSTOMDRAW& draw) const;
+    LRESULT Press(POINT at, bool twice);
+
+    CheckList& list_;
+    OwnedImageList boxes_;
+    bool showing_ = false; ///< what the window reports now is our own doing
+};
+
+} // namespace orv::controls::win32
