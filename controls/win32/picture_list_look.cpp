@@ -81,10 +81,10 @@ void PictureListLook::DrawMark(HDC dc, const RECT& view, int y) const {
     const int half = host_.Scale(1);
     const int end = host_.Scale(4);
     const int middle = std::clamp<int>(y, view.top + end, view.bottom - end);
-    // The rim keeps it apart from a selected row of the same colour.
+    // The rim keeps it apart from a selected row, whatever its colour.
     const RECT rim{view.left, middle - 2 * half, view.right, middle + 2 * half};
     Fill(dc, rim, GetSysColor(COLOR_WINDOW));
-    const HBRUSH brush = GetSysColorBrush(COLOR_HIGHLIGHT);
+    const HBRUSH brush = GetSysColorBrush(COLOR_WINDOWTEXT);
     const RECT line{view.left, middle - half, view.right, middle + half};
     FillRect(dc, &line, brush);
     for (int i = 0; i < end; ++i) {
@@ -103,14 +103,15 @@ void PictureListLook::DrawRest(HDC dc, const RECT& view, bool focused) const {
         const Selected font(dc, host_.Font());
         RECT text = view;
         InflateRect(&text, -host_.Scale(2 * kPad), -host_.Scale(2 * kPad));
-        SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+        SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
         DrawTextW(dc, list_.EmptyText().c_str(), -1, &text, DT_WORDBREAK | DT_CENTER | DT_NOPREFIX);
     }
     if (focused) {
-        RECT first = view;
-        first.bottom = std::min<LONG>(first.top + list_.Core().Geometry().rowHeight, view.bottom);
+        RECT place = view;
+        if (!list_.Rows().empty())
+            place.bottom = std::min<LONG>(place.top + list_.Core().Geometry().rowHeight, view.bottom);
         SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-        DrawFocusRect(dc, &first);
+        DrawFocusRect(dc, &place);
     }
 }
 

@@ -31,14 +31,11 @@ void Append(HMENU menu, PictureList::Command command, text::Id id, const Picture
 } // namespace
 
 PictureListPeer::PictureListPeer(PeerHost& host, PictureList& list)
-    : WindowPeer(host, list, {WC_LISTVIEWW, kStyle, WS_EX_CLIENTEDGE}), list_(list), look_(host, list) {
+    : WindowPeer(host, list, {WC_LISTVIEWW, kStyle, WS_EX_CLIENTEDGE}), list_(list), look_(host, list),
+      rows_(Window()) {
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
-    LVCOLUMNW column{};
-    column.mask = LVCF_WIDTH;
-    column.cx = 10;
-    SendPointer(LVM_INSERTCOLUMNW, 0, &column);
     ShowColours();
-    SetRowHeight(PictureList::RowHeight(host));
+    rows_.Prepare(PictureList::RowHeight(host));
     Sync();
     WindowPeer::Mirror(Aspect::Name);
 }
@@ -53,26 +50,6 @@ void PictureListPeer::ShowColours() {
     InvalidateRect(Window(), nullptr, TRUE);
 }
 
-void PictureListPeer::SetRowHeight(int height) {
-    // What the list adds to a picture differs by system: set, look, correct.
-    Send(LVM_SETITEMCOUNT, 1);
-    int picture = height;
-    for (int i = 0; i < 2; ++i) {
-        OwnedImageList next(ImageList_Create(1, std::max(picture, 1), ILC_COLOR, 0, 1));
-        Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(next.Get()));
-        height_ = std::move(next);
-        RECT row{};
-        ListView_GetItemRect(Window(), 0, &row, LVIR_BOUNDS);
-        picture += height - static_cast<int>(row.bottom - row.top);
-    }
-}
-
-RECT PictureListPeer::Client() const {
-    RECT client{};
-    GetClientRect(Window(), &client);
-    return client;
-}
-
 Point PictureListPeer::Inset() const {
     POINT origin{};
     ClientToScreen(Window(), &origin);
@@ -81,19 +58,13 @@ Point PictureListPeer::Inset() const {
     return {static_cast<int>(origin.x - window.left), static_cast<int>(origin.y - window.top)};
 }
 
-void PictureListPeer::FillWidth() {
-    if (static_cast<int>(Send(LVM_GETCOLUMNWIDTH, 0)) != Client().right)
-        Send(LVM_SETCOLUMNWIDTH, 0, Client().right);
-}
-
 void PictureListPeer::TellGeometry() {
-    const RECT client = Client();
+    const RECT client = rows_.Client();
     const Point inset = Inset();
     RowGeometry geometry;
     geometry.view = {inset.x, inset.y, static_cast<int>(client.right), static_cast<int>(client.bottom)};
     geometry.rowHeight = PictureList::RowHeight(Host());
-    RECT row{};
-    if (!list_.Rows().empty() && ListView_GetItemRect(Window(), 0, &row, LVIR_BOUNDS) && row.bottom > row.top)
+    if (const RECT row = rows_.AreaOf(0); row.bottom > row.top)
         geometry.rowHeight = static_cast<int>(row.bottom - row.top);
     geometry.dragDistance = std::max(GetSystemMetrics(SM_CXDRAG), Host().Scale(4));
     list_.SetGeometry(geometry);
@@ -103,8 +74,8 @@ void PictureListPeer::Sync() {
     {
         showing_ = true;
         const platform::Restoring done([this] { showing_ = false; });
-        Send(LVM_SETITEMCOUNT, list_.Rows().size(), LVSICF_NOSCROLL);
-        FillWidth();
+        rows_.SetCount(list_.Core().Count());
+        rows_.FillWidth();
     }
     Hover({-1, -1});
     TellGeometry();
@@ -116,21 +87,14 @@ void PictureListPeer::Sync() {
 void PictureListPeer::Select() {
     showing_ = true;
     const platform::Restoring done([this] { showing_ = false; });
-    LVITEMW state{};
-    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    if (list_.Selected() >= 0)
-        state.state = state.stateMask;
-    // Item -1 stands for all.
-    SendPointer(LVM_SETITEMSTATE, static_cast<WPARAM>(list_.Selected()), &state);
+    rows_.Select(list_.Selected());
     InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void PictureListPeer::Scroll() {
     showing_ = true;
     const platform::Restoring done([this] { showing_ = false; });
-    const int by = list_.Core().Top() - static_cast<int>(Send(LVM_GETTOPINDEX));
-    if (by != 0)
-        Send(LVM_SCROLL, 0, by * list_.Core().Geometry().rowHeight);
+    rows_.ScrollTo(list_.Core().Top());
     if (list_.Core().Dragging()) // the mark has gone along with the rows
         InvalidateRect(Window(), nullptr, FALSE);
 }
@@ -146,9 +110,14 @@ void PictureListPeer::RunDrag() {
     InvalidateRect(Window(), nullptr, FALSE);
 }
 
+void PictureListPeer::Ticked() {
+    const ULONGLONG now = GetTickCount64();
+    list_.Tick(static_cast<int>(std::min<ULONGLONG>(now - std::exchange(ticked_, now), 500)));
+}
+
 void PictureListPeer::TellTop() {
     if (!showing_)
-        list_.ScrollTo(static_cast<int>(Send(LVM_GETTOPINDEX)));
+        list_.ScrollTo(rows_.Top());
 }
 
 void PictureListPeer::Mirror(Aspect aspect) {
@@ -194,8 +163,7 @@ LRESULT PictureListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
     case WM_TIMER:
         if (wparam == kTimer) {
-            const ULONGLONG now = GetTickCount64();
-            list_.Tick(static_cast<int>(std::min<ULONGLONG>(now - std::exchange(ticked_, now), 500)));
+            Ticked();
             return 0;
         }
         break;
@@ -220,7 +188,7 @@ LRESULT PictureListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     if (MayScroll(message))
         TellTop();
     if (message == WM_SIZE) {
-        FillWidth();
+        rows_.FillWidth();
         TellGeometry();
         Scroll();
     }
@@ -244,6 +212,7 @@ LRESULT PictureListPeer::Pointer(UINT message, LPARAM lparam) {
     case WM_MOUSEMOVE:
         Hover(at);
         list_.PointTo(at);
+        ShowPointer(at);
         if (captured_ && list_.Core().GetState() == PictureListCore::State::Idle)
             LetGo();
         break;
@@ -284,17 +253,22 @@ void PictureListPeer::Hover(Point at) {
     if (row == tipRow_)
         return;
     tipRow_ = row;
-    const bool cut = row >= 0 && look_.IsCut(row, static_cast<int>(Client().right));
+    const bool cut = row >= 0 && look_.IsCut(row, static_cast<int>(rows_.Client().right));
     Host().Tips().Set(Window(), row >= 0 ? list_.TipOf(row, cut) : list_.ToolTip());
+}
+
+void PictureListPeer::ShowPointer(Point at) const {
+    if (list_.Core().GetState() != PictureListCore::State::Carrying)
+        return;
+    const bool nowhere = list_.Core().Gap() < 0 && list_.Core().RowAt(at) < 0;
+    SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(nowhere ? IDC_NO : IDC_ARROW)));
 }
 
 POINT PictureListPeer::MenuPlace(LPARAM lparam) const {
     if (lparam != -1)
         return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
-    RECT row{};
-    if (list_.Selected() >= 0)
-        ListView_GetItemRect(Window(), list_.Selected(), &row, LVIR_BOUNDS);
-    POINT place{Host().Scale(8), std::clamp<LONG>(row.bottom, 0, Client().bottom)};
+    const LONG below = rows_.AreaOf(list_.Selected()).bottom;
+    POINT place{Host().Scale(8), std::clamp<LONG>(below, 0, rows_.Client().bottom)};
     ClientToScreen(Window(), &place);
     return place;
 }
@@ -337,18 +311,14 @@ LRESULT PictureListPeer::Drawing(NMLVCUSTOMDRAW& draw) {
         return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
     case CDDS_ITEMPREPAINT: {
         const int row = static_cast<int>(draw.nmcd.dwItemSpec);
-        RECT area{};
-        if (row < list_.Core().Count() && ListView_GetItemRect(Window(), row, &area, LVIR_BOUNDS)) {
-            area.left = 0;
-            area.right = Client().right;
-            look_.DrawRow(draw.nmcd.hdc, area, row, focused);
-        }
+        if (row < list_.Core().Count())
+            look_.DrawRow(draw.nmcd.hdc, rows_.AreaOf(row), row, focused);
         return CDRF_SKIPDEFAULT;
     }
     case CDDS_POSTPAINT:
-        look_.DrawRest(draw.nmcd.hdc, Client(), focused);
+        look_.DrawRest(draw.nmcd.hdc, rows_.Client(), focused);
         if (const int gap = list_.Core().Gap(); gap >= 0)
-            look_.DrawMark(draw.nmcd.hdc, Client(), list_.Core().GapLine(gap) - list_.Core().Geometry().view.y);
+            look_.DrawMark(draw.nmcd.hdc, rows_.Client(), list_.Core().GapLine(gap) - list_.Core().Geometry().view.y);
         return CDRF_DODEFAULT;
     default:
         return CDRF_DODEFAULT;

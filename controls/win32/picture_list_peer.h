@@ -1,7 +1,7 @@
 #pragma once
 #include "controls/picture_list.h"
+#include "controls/win32/list_rows.h"
 #include "controls/win32/picture_list_look.h"
-#include "controls/win32/pictures.h"
 #include "controls/win32/window_peer.h"
 
 namespace orv::controls::win32 {
@@ -21,8 +21,6 @@ class PictureListPeer final : public WindowPeer {
 
   private:
     void ShowColours();
-    void SetRowHeight(int height);
-    void FillWidth();
     void TellGeometry();
     void Sync();
     void Select();
@@ -30,11 +28,13 @@ class PictureListPeer final : public WindowPeer {
     void RunDrag();
     void TellTop();
 
+    void Ticked();
     LRESULT Pointer(UINT message, LPARAM lparam);
     void Pressed(Point at, bool twice);
     void LetGo();
     bool TakesFocus();
     void Hover(Point at);
+    void ShowPointer(Point at) const;
     void RunMenu(LPARAM lparam);
     POINT MenuPlace(LPARAM lparam) const;
 
@@ -42,13 +42,12 @@ class PictureListPeer final : public WindowPeer {
     LRESULT Wanted(NMLVDISPINFOW& wanted) const;
     LRESULT Changed(const NMLISTVIEW& change);
 
-    RECT Client() const;
     /// Of the window's inside in the widget.
     Point Inset() const;
 
     PictureList& list_;
     PictureListLook look_;
-    OwnedImageList height_; ///< holds no picture: the height of its pictures is that of the rows
+    ListRows rows_;
     int tipRow_ = -1;
     bool captured_ = false;
     bool showing_ = false; ///< what the window reports now is our own doing

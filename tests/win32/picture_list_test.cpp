@@ -157,7 +157,7 @@ TEST_F(PictureListTest, ARowIsDraggedBetweenTwoOthersUnderAMark) {
     const int line = static_cast<int>(RowRect(2).bottom);
     Drain();
     const auto at = [this, x](int y) { return Column(x)[static_cast<std::size_t>(y)]; };
-    const COLORREF mark = GetSysColor(COLOR_HIGHLIGHT);
+    const COLORREF mark = GetSysColor(COLOR_WINDOWTEXT);
     Post(WM_LBUTTONDOWN, x, Middle(0));
     Post(WM_MOUSEMOVE, x, Middle(1));
     Post(WM_MOUSEMOVE, x, line);
