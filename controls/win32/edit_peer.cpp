@@ -1,5 +1,8 @@
 #include "controls/win32/edit_peer.h"
 
+#include <algorithm>
+
+#include "controls/win32/mb_edit_dress.h"
 #include "controls/win32/peer_host.h"
 #include "platform/guarded.h"
 
@@ -7,6 +10,8 @@ namespace orv::controls::win32 {
 
 EditPeer::EditPeer(PeerHost& host, Widget& widget, DWORD style)
     : WindowPeer(host, widget, {L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP | style, WS_EX_CLIENTEDGE}) {
+    SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     WindowPeer::Mirror(Aspect::Name);
 }
 
@@ -31,6 +36,10 @@ void EditPeer::Mirror(Aspect aspect) {
         break;
     case Aspect::Caption:
         WindowPeer::Mirror(Aspect::Name); // the window's text is the content
+        break;
+    case Aspect::Enabled:
+        WindowPeer::Mirror(aspect);
+        RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
         break;
     default:
         WindowPeer::Mirror(aspect);
@@ -70,6 +79,35 @@ LRESULT EditPeer::TakeKey(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_KEYDOWN && EditingKey(wparam))
         return 0;
     return Default(message, wparam, lparam);
+}
+
+LRESULT EditPeer::PlaceText(WPARAM wparam, LPARAM lparam) {
+    const LRESULT result = Default(WM_NCCALCSIZE, wparam, lparam);
+    RECT& client = *reinterpret_cast<RECT*>(lparam); // first member of the longer form as well
+    // The window's class writes its line at the very top: the border takes room above. What stands beside the line
+    // needs the room below.
+    const int spare = static_cast<int>(client.bottom - client.top) - Host().LineHeight();
+    const int above = spare / 2 - 1;
+    client.top += std::max(0, above);
+    client.bottom -= std::max(0, above - 2);
+    return result;
+}
+
+void EditPeer::DrawBorder() const {
+    const bool plain = !IsWindowEnabled(Window()) || (GetWindowLongW(Window(), GWL_STYLE) & ES_READONLY) != 0;
+    PaintBorder(Window(), true, GetSysColor(plain ? COLOR_BTNFACE : COLOR_WINDOW));
+}
+
+LRESULT EditPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_NCCALCSIZE:
+        return PlaceText(wparam, lparam);
+    case WM_NCPAINT:
+        DrawBorder();
+        return 0;
+    default:
+        return WindowPeer::Handle(message, wparam, lparam);
+    }
 }
 
 } // namespace orv::controls::win32

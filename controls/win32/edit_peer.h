@@ -16,12 +16,15 @@ class EditPeer : public WindowPeer {
     /// What the window reports now is our own doing.
     bool Showing() const { return showing_; }
 
+    LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
     LRESULT TakeKey(UINT message, WPARAM wparam, LPARAM lparam) override;
     bool NamedByText() const override { return false; }
     bool UsesNativeKeys() const override { return true; }
 
   private:
     bool EditingKey(WPARAM key);
+    LRESULT PlaceText(WPARAM wparam, LPARAM lparam);
+    void DrawBorder() const;
 
     bool showing_ = false;
 };

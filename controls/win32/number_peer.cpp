@@ -16,7 +16,12 @@ constexpr int kFarAway = 1'000'000;
 
 NumberPeer::NumberPeer(PeerHost& host, NumberBox& box) : EditPeer(host, box, ES_RIGHT | WS_CLIPCHILDREN), box_(box) {
     MakeArrows();
+    Host().Names().Set(arrows_, box.AccessibleName());
     ShowContent();
+}
+
+NumberPeer::~NumberPeer() {
+    Host().Names().Clear(arrows_);
 }
 
 void NumberPeer::MakeArrows() {
@@ -44,6 +49,8 @@ void NumberPeer::Mirror(Aspect aspect) {
     EditPeer::Mirror(aspect);
     if (aspect == Aspect::Bounds)
         PlaceArrows();
+    if (aspect == Aspect::Name || aspect == Aspect::Caption)
+        Host().Names().Set(arrows_, box_.AccessibleName());
     if (aspect == Aspect::Enabled)
         EnableWindow(arrows_, box_.EffectivelyEnabled());
 }
@@ -89,11 +96,11 @@ LRESULT NumberPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
         return Wheel(wparam, lparam);
     case WM_SETCURSOR:
         if (reinterpret_cast<HWND>(wparam) != arrows_)
-            return WindowPeer::Handle(message, wparam, lparam);
+            return EditPeer::Handle(message, wparam, lparam);
         SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW)));
         return TRUE;
     default:
-        return WindowPeer::Handle(message, wparam, lparam);
+        return EditPeer::Handle(message, wparam, lparam);
     }
 }
 

@@ -8,6 +8,7 @@ namespace orv::controls::win32 {
 class NumberPeer final : public EditPeer {
   public:
     NumberPeer(PeerHost& host, NumberBox& box);
+    ~NumberPeer() override;
     void Mirror(Aspect aspect) override;
     void Command(WORD code) override;
 

@@ -153,11 +153,14 @@ LRESULT ToolbarPeer::Drawing(const NMTBCUSTOMDRAW& draw) {
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || button < 0 ||
         button >= static_cast<int>(toolbar_.Buttons().size()))
         return CDRF_DODEFAULT;
-    DrawButton(draw.nmcd.hdc, draw.nmcd.rc, button);
+    DrawButton(draw.nmcd.hdc, button);
     return CDRF_SKIPDEFAULT;
 }
 
-void ToolbarPeer::DrawButton(HDC dc, RECT area, int button) {
+void ToolbarPeer::DrawButton(HDC dc, int button) {
+    // Where a click finds it, whatever margin the window of some version adds.
+    const Rect place = toolbar_.PlaceOf(button);
+    RECT area{place.x, place.y, place.Right(), place.Bottom()};
     const Toolbar::Button& shown = toolbar_.Buttons()[static_cast<std::size_t>(button)];
     const bool enabled = shown.enabled && toolbar_.EffectivelyEnabled();
     const bool focused = GetFocus() == Window() && toolbar_.Current() == button;

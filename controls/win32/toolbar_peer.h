@@ -29,7 +29,7 @@ class ToolbarPeer final : public WindowPeer {
     BYTE StateOf(int button) const;
     bool Cut(const Toolbar::Button& button) const;
     LRESULT Drawing(const NMTBCUSTOMDRAW& draw);
-    void DrawButton(HDC dc, RECT area, int button);
+    void DrawButton(HDC dc, int button);
     void PointerOver(int button);
     LRESULT Tip(NMTBGETINFOTIPW& tip) const;
     LRESULT Press(POINT at, bool twice);
