@@ -53,7 +53,9 @@ class RichView::Quiet {
         if (!outer_) {
             view_.Send(WM_SETREDRAW, TRUE);
             view_.Send(EM_SETEVENTMASK, 0, mask_);
-            InvalidateRect(view_.window_, nullptr, FALSE);
+            // A scroll bar may have come or gone without being drawn.
+            RedrawWindow(view_.window_, nullptr, nullptr,
+                         RDW_INVALIDATE | RDW_NOERASE | (view_.several_ ? RDW_FRAME : 0));
         }
         view_.showing_ = outer_;
     }
