@@ -143,6 +143,11 @@ TEST_F(ToolbarTest, APaletteIsDraggedFromBeyondTheSlack) {
     bar.Press(Middle(bar.PlaceOf(2)));
     bar.PointTo({310, 10}, {4, 4});
     EXPECT_FALSE(bar.Drag().Active()) << "what is not available";
+    bar.CancelPress();
+    bar.Press(start);
+    bar.PointTo({310, 10}, {4, 4});
+    bar.SetButtons({});
+    EXPECT_FALSE(bar.Drag().Active()) << "what is there no more";
 }
 
 TEST_F(ToolbarTest, APaletteGivesByDoubleClickAndReturn) {
