@@ -128,8 +128,6 @@ void PictureList::PointTo(Point at) {
         return;
     }
     Mirrored([&] { core_.MoveTo(at); });
-    if (core_.Dragging())
-        twice_ = false;
 }
 
 void PictureList::Release(Point at) {

@@ -37,7 +37,7 @@ struct DragTest : test::FormFixture {
         page.SetBounds({10, 20, 300, 200});
         panel.SetBounds({100, 50, 120, 100});
         panel.SetContent({100, 400}, 20);
-        low.SetBounds({5, 150, 80, 60});
+        low.SetBounds({5, 150, 112, 60}); // reaches below the scroll bar
         cover.SetBounds({5, 190, 80, 20});
         side.SetBounds({0, 0, 50, 50});
     }
@@ -50,7 +50,7 @@ TEST_F(DragTest, FindsWhatShowsAtThePointThroughFramesAndScrolling) {
     panel.ScrollTo({0, 140});
     EXPECT_EQ(WidgetAt(root, {115, 80}), &low);
     EXPECT_EQ(WidgetAt(root, {115, 125}), &cover) << "the later one lies on top";
-    EXPECT_EQ(WidgetAt(root, {225, 85}), &panel) << "on its scroll bar";
+    EXPECT_EQ(WidgetAt(root, {221, 85}), &panel) << "on its scroll bar";
     EXPECT_EQ(WidgetAt(root, {400, 10}), nullptr);
     panel.SetVisible(false);
     EXPECT_EQ(WidgetAt(root, {115, 80}), &page);
