@@ -58,7 +58,7 @@ bool Same(const Groups& ours, const std::vector<PegtlGroup>& theirs) {
     return std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(), [](const auto& a, const auto& b) {
         return a.Index() == b.index && a.IsOptional() == b.isOptional && a.Multiple() == b.multiple &&
                a.NoReadString() == b.noReadString && a.MultipleReadString() == b.multipleReadString &&
-               a.Codes() == b.codes;
+               std::ranges::equal(a.Codes(), b.codes);
     });
 }
 

@@ -63,7 +63,7 @@ std::wstring ExpressionFault(std::wstring_view expression) {
         return {};
     std::vector<std::wstring_view> tokens;
     model::ExpressionTokenizer tokenizer(expression);
-    for (std::wstring_view token = tokenizer.Next(); !token.empty(); token = tokenizer.Next())
+    for (std::wstring_view token = tokenizer.Next().text; !token.empty(); token = tokenizer.Next().text)
         tokens.push_back(token);
     // No text that cannot go on becomes better by going on.
     const auto wrong = std::partition_point(tokens.begin(), tokens.end(), [&](std::wstring_view token) {

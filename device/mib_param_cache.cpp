@@ -25,10 +25,10 @@ void MIBParamCache::Clear() {
     target_ = state_.current;
 }
 
-void MIBParamCache::Add(std::int32_t number, WireType type, const Value& value, std::int16_t element) {
+void MIBParamCache::Add(std::int32_t number, WireType type, Value value, std::int16_t element) {
     std::wstring entry = access_.EntryName(number, element, target_);
     if (!entry.empty())
-        parameters_.push_back({std::move(entry), Convert(value, type)});
+        parameters_.push_back({std::move(entry), Convert(std::move(value), type)});
 }
 
 bool MIBParamCache::Save(bool interactive, bool validate) {

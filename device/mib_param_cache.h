@@ -26,7 +26,8 @@ class MIBParamCache {
 
     /// Queues element `element` of a parameter; one without an entry name is silently not queued. Converts `value`
     /// to `type`: raises 6 or 13 when it cannot.
-    void Add(std::int32_t number, WireType type, const Value& value, std::int16_t element = 0);
+    void Add(std::int32_t number, WireType type, Value value, std::int16_t element = 0);
+    void Reserve(std::size_t count) { parameters_.reserve(count); }
     /// Commits the queue. `validate` chooses the end-of-session mode: "V" when true, else "P". True when every
     /// parameter was written.
     bool Save(bool interactive, bool validate);

@@ -16,6 +16,14 @@ Configuration& Required(const std::shared_ptr<Configuration>& configuration) {
     return *configuration;
 }
 
+/// While another error is on its way. Reads are too many for a guard that asks for errors in flight.
+void RestoreQuietly(Configuration& configuration, std::int32_t level) {
+    try {
+        configuration.SetAccessLevel(level);
+    } catch (...) {
+    }
+}
+
 } // namespace
 
 std::shared_ptr<ParameterTable> ParameterAccess::Table(const Target& target) {
@@ -40,10 +48,18 @@ Value ParameterAccess::Read(const ParameterId& id, std::int16_t element, std::op
     const auto configuration = state_.configuration;
     const std::int32_t remembered = Required(configuration).AccessLevel();
     configuration->SetAccessLevel(level);
-    const platform::Restoring restore([&] { configuration->SetAccessLevel(remembered); });
-    const auto table = Table(state_.current);
-    const EntryHandle entry = Resolve(*table, id, level);
-    return entry != 0 ? table->GetValue(entry, element) : Value();
+    Value value;
+    try {
+        const auto table = Table(state_.current);
+        const EntryHandle entry = Resolve(*table, id, level);
+        if (entry != 0)
+            value = table->GetValue(entry, element);
+    } catch (...) {
+        RestoreQuietly(*configuration, remembered);
+        throw;
+    }
+    configuration->SetAccessLevel(remembered);
+    return value;
 }
 
 std::wstring ParameterAccess::ReadString(const ParameterId& id, std::int16_t element,
@@ -79,7 +95,9 @@ void ParameterAccess::Write(const std::wstring& path, const Value& value) {
 }
 
 void ParameterAccess::Write(const std::wstring& path, const Value& value, const Target& target) {
-    state_.platform.debug.Line(L"  Writing " + path + L" = " + LogForm(value) + L"...");
+    line_.assign(L"  Writing ").append(path).append(L" = ");
+    AppendLogForm(line_, value);
+    state_.platform.debug.Line(line_.append(L"..."));
     const auto table = Table(target);
     const EntryHandle entry = table->FindByPath(path, target.accessLevel);
     if (entry == 0)

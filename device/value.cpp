@@ -1,6 +1,8 @@
 #include "device/value.h"
 
+#include <charconv>
 #include <limits>
+#include <utility>
 
 namespace orv::device {
 namespace {
@@ -76,7 +78,11 @@ std::wstring ToText(const Value& value) {
     return std::visit(Overloaded{[](std::monostate) { return std::wstring(); },
                                  [](const std::wstring& text) { return text; },
                                  [](const Bytes&) -> std::wstring { RaiseMismatch(); },
-                                 [](auto number) { return std::to_wstring(number); }},
+                                 [](auto number) {
+                                     std::wstring text;
+                                     AppendDecimal(text, number);
+                                     return text;
+                                 }},
                       value);
 }
 
@@ -95,26 +101,55 @@ WireType TypeOf(const Value& value) {
         value);
 }
 
+std::wstring ToText(Value&& value) {
+    if (auto* text = std::get_if<std::wstring>(&value))
+        return std::move(*text);
+    return ToText(std::as_const(value));
+}
+
+Bytes ToBytes(Value&& value) {
+    if (auto* bytes = std::get_if<Bytes>(&value))
+        return std::move(*bytes);
+    return ToBytes(std::as_const(value));
+}
+
 Value Convert(const Value& value, WireType type) {
+    return Convert(Value(value), type);
+}
+
+Value Convert(Value&& value, WireType type) {
     switch (type) {
     case WireType::Int16:
         return ToInt16(value);
     case WireType::Int32:
         return ToInt32(value);
     case WireType::Text:
-        return ToText(value);
+        return ToText(std::move(value));
     case WireType::Byte:
         return ToByte(value);
     case WireType::ByteArray:
-        return ToBytes(value);
+        return ToBytes(std::move(value));
     }
     RaiseMismatch();
 }
 
+void AppendDecimal(std::wstring& text, std::int32_t number) {
+    char digits[12];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    text.append(std::begin(digits), end);
+}
+
+void AppendLogForm(std::wstring& line, const Value& value) {
+    std::visit(Overloaded{[](std::monostate) {}, [&](const std::wstring& text) { line += text; },
+                          [&](const Bytes& bytes) { text::AppendDisplayForm(line, bytes); },
+                          [&](auto number) { AppendDecimal(line, number); }},
+               value);
+}
+
 std::wstring LogForm(const Value& value) {
-    if (const auto* bytes = std::get_if<Bytes>(&value))
-        return text::DisplayForm(*bytes);
-    return ToText(value);
+    std::wstring form;
+    AppendLogForm(form, value);
+    return form;
 }
 
 } // namespace orv::device

@@ -23,15 +23,23 @@ std::uint8_t ToByte(const Value& value);
 bool ToBool(const Value& value); ///< true when not 0
 std::wstring ToText(const Value& value);
 Bytes ToBytes(const Value& value);
+/// The same of a value that is not needed any more: its text or bytes are taken out of it.
+std::wstring ToText(Value&& value);
+Bytes ToBytes(Value&& value);
 
 /// Wire type of the value held; raises 13 for an empty value.
 WireType TypeOf(const Value& value);
 
 /// `value` as the wire type asks for it, by the conversions above.
 Value Convert(const Value& value, WireType type);
+Value Convert(Value&& value, WireType type);
 
 /// As a log line shows it: byte arrays in display form, numbers in decimal, empty as "".
 std::wstring LogForm(const Value& value);
+void AppendLogForm(std::wstring& line, const Value& value);
+
+/// `number` in decimal, behind `text`.
+void AppendDecimal(std::wstring& text, std::int32_t number);
 
 /// 16-bit arithmetic that raises 6 (overflow) instead of wrapping.
 std::int16_t CheckedInt16(std::int64_t number);

@@ -1,5 +1,7 @@
 #include "model/advanced_format.h"
 
+#include <algorithm>
+
 #include "model/out_format_config.h"
 #include "text/texts.h"
 
@@ -57,8 +59,9 @@ bool AdvancedFormat::Load(std::int32_t itemSlots) {
     maxItemsCount_(device::ToInt16(access.Read(kMaxItemsCount)));
     const std::int16_t count = device::ToInt16(access.Read(kItemCount, Element()));
     outItems_.Clear();
+    outItems_.Reserve(std::max<std::int32_t>(count, 0));
     for (std::int32_t j = 1; j <= count; ++j) {
-        OutItem& item = outItems_.Create(static_cast<std::int16_t>(j), L"Item" + std::to_wstring(j));
+        OutItem& item = outItems_.Create(static_cast<std::int16_t>(j), Numbered(L"Item", j));
         item.Load(access, ItemElement(item, itemSlots));
     }
     return true;

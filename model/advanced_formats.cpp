@@ -21,7 +21,7 @@ bool AdvancedFormats::Load() {
     formats_.Clear();
     itemSlots_ = count > 0 ? access.ElementCount(kItemCategory, kShapeAccessLevel) / count : 0;
     for (std::int32_t i = 1; i <= count; ++i)
-        Add(static_cast<std::int16_t>(i), L"Format" + std::to_wstring(i)).Load(itemSlots_);
+        Add(static_cast<std::int16_t>(i), Numbered(L"Format", i)).Load(itemSlots_);
     return true;
 }
 

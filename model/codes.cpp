@@ -68,7 +68,7 @@ void Codes::LoadSlots() {
     slots_.Clear();
     const std::int32_t count = device::ParameterAccess(state_).ElementCount(kSlotEnabled, kCodesAccessLevel);
     for (std::int32_t n = 1; n <= count; ++n)
-        Add(device::CheckedInt16(n), L"Code" + std::to_wstring(n)).Load();
+        Add(device::CheckedInt16(n), Numbered(L"Code", n)).Load();
 }
 
 void Codes::LoadGroups() {

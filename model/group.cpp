@@ -5,23 +5,22 @@
 namespace orv::model {
 namespace {
 
-std::wstring Separator(std::int32_t multiple, bool display) {
+// An undecided join is to be seen: a group that nobody has decided on must not pass for a decided one.
+wchar_t Sign(std::int32_t multiple) {
+    return multiple == kJoinedByOr ? L'|' : multiple == kJoinedByXor ? L'^' : L'?';
+}
+
+std::wstring Word(std::int32_t multiple) {
     using text::Id;
-    switch (multiple) {
-    case kJoinedByOr:
-        return display ? text::Load(Id::JoinOr) : L"|";
-    case kJoinedByXor:
-        return display ? text::Load(Id::JoinXor) : L"^";
-    default:
-        // To be seen: a group that nobody has decided on must not pass for a decided one.
-        return L"?";
-    }
+    if (multiple == kJoinedByOr)
+        return text::Load(Id::JoinOr);
+    return multiple == kJoinedByXor ? text::Load(Id::JoinXor) : std::wstring(1, Sign(multiple));
 }
 
 } // namespace
 
 bool Group::AppendTo(std::wstring& text, bool display) const {
-    const std::wstring separator = Separator(Multiple(), display);
+    const std::wstring separator = display ? Word(Multiple()) : std::wstring(1, Sign(Multiple()));
     const std::size_t begin = text.size();
     if (IsOptional())
         text += L'[';

@@ -1,8 +1,10 @@
 #pragma once
 // Codes that belong together in the combination expression.
 #include <cstdint>
+#include <memory_resource>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/field.h"
@@ -16,7 +18,11 @@ inline constexpr std::int32_t kJoinUndecided = -2;
 
 class Group {
   public:
-    explicit Group(std::int16_t index) : index_(index) { Multiple(kJoinUndecided); }
+    /// The list of codes lives in `memory`, which must outlive the group.
+    explicit Group(std::int16_t index, std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : index_(index), codes_(memory) {
+        Multiple(kJoinUndecided);
+    }
 
     std::int16_t Index() const { return index_; } ///< 1-based position, kept by the collection
     Property<bool> IsOptional;
@@ -25,8 +31,12 @@ class Group {
     Property<std::wstring> MultipleReadString;
 
     /// References to codes, in order: the operands of the expression as they stand.
-    const std::vector<std::wstring>& Codes() const { return codes_; }
+    const std::pmr::vector<std::wstring>& Codes() const { return codes_; }
     void AddCode(std::wstring reference) { codes_.push_back(std::move(reference)); }
+    /// All of them at once.
+    void SetCodes(std::span<const std::wstring_view> references) {
+        codes_.assign(references.begin(), references.end());
+    }
     void ClearCodes() { codes_.clear(); }
 
     /// Appends the group to `text`: device form ("[1|2]"), or the readable form ("[1 OR 2]") when `display`.
@@ -41,7 +51,7 @@ class Group {
     friend class Groups;
 
     std::int16_t index_;
-    std::vector<std::wstring> codes_;
+    std::pmr::vector<std::wstring> codes_;
 };
 
 } // namespace orv::model

@@ -1,11 +1,13 @@
 #pragma once
 // The code groups of the combination expression, parsed from its device form and printed to it.
 #include <cstdint>
+#include <deque>
+#include <map>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
 #include "model/group.h"
-#include "model/keyed_collection.h"
 
 namespace orv::model {
 
@@ -13,16 +15,21 @@ namespace orv::model {
 /// square brackets when it is optional. A code is any run of other characters, blanks around it cut off.
 class Groups {
   public:
+    Groups() = default;
+    Groups(const Groups&) = delete;
+    Groups& operator=(const Groups&) = delete;
+
     /// Replaces all groups by those of the expression. False on a syntax error; there are no groups then. Raises 6
     /// (overflow) past 32767 groups.
     bool ParseExpression(std::wstring_view expression);
     /// The device form, or the readable form: "(1 OR 2) AND ([3])".
     std::wstring GetExpression(bool display) const;
 
-    std::int32_t Count() const { return groups_.Count(); }
-    Group& Item(std::int32_t position) { return groups_.Item(position); }
-    const Group& Item(std::int32_t position) const { return groups_.Item(position); }
-    Group& Item(const std::wstring& key) { return groups_.Item(key); }
+    std::int32_t Count() const { return static_cast<std::int32_t>(groups_.size()); }
+    /// Raise 5 (invalid argument) for one that does not exist. Valid until a group is removed.
+    Group& Item(std::int32_t position) { return groups_[Offset(position)]; }
+    const Group& Item(std::int32_t position) const { return groups_[Offset(position)]; }
+    Group& Item(const std::wstring& key);
     auto begin() { return groups_.begin(); }
     auto end() { return groups_.end(); }
     auto begin() const { return groups_.begin(); }
@@ -32,14 +39,18 @@ class Groups {
     std::int16_t MaxCount() const { return maxCount_; }
     void MaxCount(std::int16_t count) { maxCount_ = count; } ///< told by the load of the codes
 
-    /// Appends a group with empty strings; it has no key when `key` is empty.
+    /// Appends a group with empty strings; it has no key when `key` is empty. Raises 5 for a key that is taken.
     Group& Add(const std::wstring& key = {});
     /// Takes one out and numbers the rest 1..Count. Raises 5 for a position that does not exist.
     void Remove(std::int32_t position);
-    void Clear() { groups_.Clear(); }
+    void Clear();
 
   private:
-    KeyedCollection<Group> groups_;
+    std::size_t Offset(std::int32_t position) const;
+
+    std::pmr::monotonic_buffer_resource memory_; ///< of the lists of codes; given back when all groups go
+    std::deque<Group> groups_;                   ///< so that a group stays where it is while others are added
+    std::map<std::wstring, std::int32_t> keys_;  ///< positions of the few that have a key
     std::int16_t maxCount_ = 0;
 };
 

@@ -1,10 +1,12 @@
 #pragma once
 // Ordered, 1-based, keyed collection that owns its members.
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -12,12 +14,21 @@
 
 namespace orv::model {
 
+/// A key as collections number their members: "Item1".
+inline std::wstring Numbered(std::wstring_view name, std::int32_t number) {
+    char digits[12];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    std::wstring key;
+    key.reserve(name.size() + static_cast<std::size_t>(end - digits));
+    return key.append(name).append(std::begin(digits), end);
+}
+
 /// An empty key is no key. Positions are 1..Count. Raises 5 (invalid argument) for a position or a key that does not
 /// exist, and for a key that is taken.
 template <typename Member>
 class KeyedCollection {
     struct Slot {
-        std::wstring key;
+        const std::wstring* key; ///< of the index; null without one
         std::unique_ptr<Member> member;
     };
 
@@ -75,36 +86,44 @@ class KeyedCollection {
     auto end() const { return Cursor<typename std::vector<Slot>::const_iterator, const Member>(slots_.end()); }
 
     /// Before the member at `position`; at the end when `position` is past it.
-    Member& Insert(std::int32_t position, std::unique_ptr<Member> member, const std::wstring& key = {}) {
+    Member& Insert(std::int32_t position, std::unique_ptr<Member> member, std::wstring key = {}) {
         Member& added = *member;
         const auto at =
             position > Count() ? slots_.end() : slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
-        if (!key.empty() && !keys_.emplace(key, &added).second)
+        const bool keyed = !key.empty();
+        const auto [entry, isNew] = keyed ? keys_.emplace(std::move(key), &added) : std::pair(keys_.end(), true);
+        if (!isNew)
             throw Error(error_number::kInvalidArgument);
         try {
-            slots_.insert(at, Slot{key, std::move(member)});
+            slots_.insert(at, Slot{keyed ? &entry->first : nullptr, std::move(member)});
         } catch (...) {
-            keys_.erase(key);
+            if (keyed)
+                keys_.erase(entry);
             throw;
         }
         return added;
     }
-    Member& Append(std::unique_ptr<Member> member, const std::wstring& key = {}) {
-        return Insert(Count() + 1, std::move(member), key);
+    Member& Append(std::unique_ptr<Member> member, std::wstring key = {}) {
+        return Insert(Count() + 1, std::move(member), std::move(key));
+    }
+    void Reserve(std::int32_t count) {
+        slots_.reserve(static_cast<std::size_t>(count));
+        keys_.reserve(static_cast<std::size_t>(count));
     }
 
     /// The caller owns what it takes out.
     std::unique_ptr<Member> Take(std::int32_t position) {
         const auto at = slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
         auto member = std::move(at->member);
-        keys_.erase(at->key);
+        if (at->key)
+            keys_.erase(*at->key);
         slots_.erase(at);
         return member;
     }
     std::unique_ptr<Member> Take(const std::wstring& key) { return Take(PositionOf(key)); }
     void Clear() {
-        keys_.clear();
         slots_.clear();
+        keys_.clear();
     }
 
   private:

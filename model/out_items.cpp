@@ -2,13 +2,13 @@
 
 namespace orv::model {
 
-OutItem& OutItems::Create(std::int16_t index, const std::wstring& key) {
-    return Add(std::make_unique<OutItem>(), index, key);
+OutItem& OutItems::Create(std::int16_t index, std::wstring key) {
+    return Add(std::make_unique<OutItem>(), index, std::move(key));
 }
 
-OutItem& OutItems::Add(std::unique_ptr<OutItem> item, std::int16_t index, const std::wstring& key) {
+OutItem& OutItems::Add(std::unique_ptr<OutItem> item, std::int16_t index, std::wstring key) {
     device::CheckedInt16(std::int64_t{Count()} + 1);
-    OutItem& added = items_.Insert(index, std::move(item), key);
+    OutItem& added = items_.Insert(index, std::move(item), std::move(key));
     added.index_ = index;
     Renumber(std::int32_t{index} + 1, 1);
     return added;

@@ -24,8 +24,10 @@ class OutItems {
 
     /// A new item, or an item given away, before the one at `index`; at the end when `index` is past it. No key when
     /// `key` is empty. Raise 5 for an index below 1 and for a key that is taken, 6 (overflow) past 32767 items.
-    OutItem& Create(std::int16_t index, const std::wstring& key);
-    OutItem& Add(std::unique_ptr<OutItem> item, std::int16_t index, const std::wstring& key);
+    OutItem& Create(std::int16_t index, std::wstring key);
+    /// Before so many are added.
+    void Reserve(std::int32_t count) { items_.Reserve(count); }
+    OutItem& Add(std::unique_ptr<OutItem> item, std::int16_t index, std::wstring key);
     /// The caller owns the item that is taken out. Raise 5 for one that does not exist.
     std::unique_ptr<OutItem> Remove(std::int32_t position);
     std::unique_ptr<OutItem> Remove(const std::wstring& key);

@@ -31,7 +31,7 @@ STANDARD = {
     "compare", "concepts", "condition_variable", "csignal", "cstddef", "cstdint", "cstdio", "cstdlib", "cstring",
     "ctime", "cwchar", "cwctype", "deque", "exception", "filesystem", "format", "fstream", "functional", "future",
     "initializer_list", "iomanip", "ios", "iosfwd", "iostream", "istream", "iterator", "limits", "list", "locale", "map",
-    "memory", "mutex", "new", "numeric", "optional", "ostream", "queue", "random", "ranges", "ratio", "set", "span",
+    "memory", "memory_resource", "mutex", "new", "numeric", "optional", "ostream", "queue", "random", "ranges", "ratio", "set", "span",
     "sstream", "stack", "stdexcept", "stop_token", "streambuf", "string", "string_view", "system_error", "thread",
     "tuple", "type_traits", "typeinfo", "unordered_map", "unordered_set", "utility", "variant", "vector", "version",
     "source_location",

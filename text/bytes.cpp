@@ -1,5 +1,7 @@
 #include "text/bytes.h"
 
+#include <array>
+
 #include "text/error.h"
 #include "text/texts.h"
 
@@ -50,10 +52,21 @@ std::wstring ByteToken(std::uint8_t byte, bool brackets, bool nameSpace) {
     return brackets ? L"<" + name + L">" : name;
 }
 
+void AppendDisplayForm(std::wstring& text, std::span<const std::uint8_t> bytes) {
+    // Looked up once: a display form is made of every byte array that is logged.
+    static const std::array<std::wstring, 256> tokens = [] {
+        std::array<std::wstring, 256> all;
+        for (int byte = 0; byte < 256; ++byte)
+            all[static_cast<std::size_t>(byte)] = ByteToken(static_cast<std::uint8_t>(byte), true, true);
+        return all;
+    }();
+    for (const std::uint8_t byte : bytes)
+        text += tokens[byte];
+}
+
 std::wstring DisplayForm(std::span<const std::uint8_t> bytes) {
     std::wstring result;
-    for (std::uint8_t byte : bytes)
-        result += ByteToken(byte, true, true);
+    AppendDisplayForm(result, bytes);
     return result;
 }
 

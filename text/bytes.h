@@ -27,6 +27,7 @@ std::wstring ByteToken(std::uint8_t byte, bool brackets, bool nameSpace);
 
 /// Tokens with brackets and named space, joined.
 std::wstring DisplayForm(std::span<const std::uint8_t> bytes);
+void AppendDisplayForm(std::wstring& text, std::span<const std::uint8_t> bytes);
 
 /// Pairs of hexadecimal digits to bytes. Raises 13 (type mismatch) for a pair that is not a number and for an
 /// odd count of digits.

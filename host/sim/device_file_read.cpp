@@ -112,6 +112,14 @@ class Reader {
         return device;
     }
 
+    /// Checked here and not by a pattern of the schema: the library's pattern matching needs stack for each character.
+    std::wstring Path(const json& entry, const std::string& place) const {
+        std::wstring path = Text(entry);
+        if (path.size() < 2 || path.front() != L'/' || path.find_first_of(L"[]") != std::wstring::npos)
+            throw FileError(name_, place + "/path", "a path is / and a name without brackets");
+        return path;
+    }
+
     static device::WireType Type(const std::string& name) {
         using device::WireType;
         return name == "int16"   ? WireType::Int16
@@ -124,7 +132,7 @@ class Reader {
     ParameterDescription Parameter(const json& entry, const std::string& place) const {
         ParameterDescription parameter;
         parameter.number = entry["number"];
-        parameter.path = Text(entry["path"]);
+        parameter.path = Path(entry["path"], place);
         parameter.type = Type(entry["type"]);
         parameter.level = entry["level"];
         parameter.details = Details(entry, place);

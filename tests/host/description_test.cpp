@@ -41,6 +41,11 @@ std::string LineOf(const std::string& text) {
     return "accepted";
 }
 
+std::string WithPath(const std::string& path) {
+    std::string parameter = OneParameter("int16", "1");
+    return parameter.replace(parameter.find("/A"), 2, path);
+}
+
 struct BadFile {
     std::string text;
     std::string pointer;
@@ -58,6 +63,10 @@ TEST(Description, NamesFilePlaceAndReasonOfABadFile) {
         {FileWith(a + "," + a), "/devices/0/parameters/1/number: ", "parameter 5"},
         {FileWith(a + R"(,{"number":6,"path":"/A","type":"byte","level":0,"elementCount":1,"values":[1]})"),
          "/devices/0/parameters/1/path: ", "/A"},
+        {FileWith(WithPath("")), "/devices/0/parameters/0/path: ", "a path is"},
+        {FileWith(WithPath("/")), "/devices/0/parameters/0/path: ", "a path is"},
+        {FileWith(WithPath("A")), "/devices/0/parameters/0/path: ", "a path is"},
+        {FileWith(WithPath("/A[0]")), "/devices/0/parameters/0/path: ", "a path is"},
         {FileWith(OneParameter("int8", "1")), "/devices/0/parameters/0/type: ", ""},
         {FileWith(OneParameter("int16", "32768")), "/devices/0/parameters/0/values/0: ", "does not fit"},
         {FileWith(OneParameter("int32", "18446744073709551615")), "/devices/0/parameters/0/values/0: ", "fit"},
@@ -80,6 +89,10 @@ TEST(Description, NamesFilePlaceAndReasonOfABadFile) {
         EXPECT_THAT(LineOf(bad.text), AllOf(StartsWith("bad.json: "), HasSubstr(bad.pointer), HasSubstr(bad.reason),
                                             Not(HasSubstr("\n"))))
             << bad.text;
+}
+
+TEST(Description, TakesAPathOfAnyLength) {
+    EXPECT_EQ(LineOf(FileWith(WithPath("/" + std::string(500000, 'A')))), "accepted");
 }
 
 TEST(Description, NamesAFileThatIsNotThere) {

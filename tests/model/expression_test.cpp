@@ -1,4 +1,6 @@
 // Combination expressions, parsed and printed.
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "model/groups.h"
@@ -65,7 +67,7 @@ TEST(Expression, GoodOnesMakeTheirGroups) {
             EXPECT_EQ(group.Index(), static_cast<std::int16_t>(i + 1));
             EXPECT_EQ(group.IsOptional(), c.groups[i].optional);
             EXPECT_EQ(group.Multiple(), c.groups[i].multiple);
-            EXPECT_EQ(group.Codes(), c.groups[i].codes);
+            EXPECT_TRUE(std::ranges::equal(group.Codes(), c.groups[i].codes));
             EXPECT_EQ(group.NoReadString(), L"");
         }
         EXPECT_EQ(groups.GetExpression(false), c.device);
