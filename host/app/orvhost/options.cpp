@@ -98,7 +98,8 @@ void Declare(CLI::App& app, Options& options) {
     app.add_flag_callback(
         "--no-extender", [&options] { options.extender = false; }, "Host the control without an extender object");
     app.add_flag("--trace", options.trace, "Print every call of a host object");
-    app.add_option("--time-limit", options.timeLimitSeconds, "Seconds that a command of a script may go on without a line in the log")
+    app.add_option("--time-limit", options.timeLimitSeconds,
+                   "Seconds that a command of a script may go on without a line in the log")
         ->check(CLI::Range(1, 3600));
 }
 
