@@ -40,6 +40,9 @@ test_windows() {
     source scripts/tour.sh
     check_plays >out/test/scripts/plays.log 2>&1 || echo "not ok plays: ended early" >>out/test/scripts/plays.log
     cat out/test/scripts/plays.log
+    source scripts/gallery.sh
+    check_gallery >out/test/scripts/gallery.log 2>&1 || echo "not ok gallery: ended early" >>out/test/scripts/gallery.log
+    cat out/test/scripts/gallery.log
 }
 
 run_tests() {

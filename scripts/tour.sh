@@ -114,5 +114,7 @@ shots() {
     at_dpi 144
     play samples/pages.play samples/conveyor.json out/shots/150-percent --size 1200x840 --level 3 >/dev/null
     at_dpi 96
+    source scripts/gallery.sh
+    gallery_shots
     ls out/shots/*/*.png
 }
