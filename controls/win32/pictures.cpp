@@ -131,8 +131,9 @@ int Pictures::Load(const std::wstring& key) {
 
 void Pictures::Draw(HDC dc, const std::wstring& key, POINT at, bool faint) {
     const int index = IndexOf(key);
+    // Without a colour it may be the context's own for texts that a faint picture is mixed with: black, at times.
     if (index >= 0)
-        ImageList_DrawEx(list_.Get(), index, dc, at.x, at.y, 0, 0, CLR_NONE, CLR_NONE,
+        ImageList_DrawEx(list_.Get(), index, dc, at.x, at.y, 0, 0, CLR_NONE, GetSysColor(COLOR_BTNFACE),
                          ILD_TRANSPARENT | (faint ? ILD_BLEND50 : 0));
 }
 

@@ -27,7 +27,7 @@ std::vector<COLORREF> PixelsOf(HDC dc, int side) {
 }
 
 /// A picture drawn over a ground of one colour.
-std::vector<COLORREF> Drawn(Pictures& pictures, const std::wstring& key, bool faint = false) {
+std::vector<COLORREF> Drawn(Pictures& pictures, const std::wstring& key, bool faint = false, COLORREF text = 0) {
     const int side = pictures.Side();
     const platform::win32::WindowDc screen(nullptr);
     const OwnedBitmap bitmap(CreateCompatibleBitmap(screen.Get(), side, side));
@@ -36,6 +36,7 @@ std::vector<COLORREF> Drawn(Pictures& pictures, const std::wstring& key, bool fa
     const platform::win32::OwnedBrush brush(CreateSolidBrush(kGround));
     const RECT all{0, 0, side, side};
     FillRect(dc.Get(), &all, brush.Get());
+    SetTextColor(dc.Get(), text);
     pictures.Draw(dc.Get(), key, {0, 0}, faint);
     return PixelsOf(dc.Get(), side);
 }
@@ -98,6 +99,8 @@ TEST(PicturesTest, KnowsWhatIsNotThere) {
     EXPECT_EQ(ImageList_GetImageCount(pictures.List()), 2);
     EXPECT_EQ(Seen(Drawn(pictures, L"Nothing of the kind")), 0);
     EXPECT_NE(Drawn(pictures, L"Code", true), Drawn(pictures, L"Code"));
+    EXPECT_EQ(Drawn(pictures, L"Code", true), Drawn(pictures, L"Code", true, RGB(255, 255, 255)))
+        << "whatever the texts";
 }
 
 } // namespace
