@@ -22,8 +22,9 @@ struct CloseTheme {
 };
 using OwnedTheme = platform::win32::Owned<HTHEME, CloseTheme>;
 
-void DrawBox(HWND window, HDC dc, RECT area, bool checked, bool enabled) {
-    const OwnedTheme theme(IsThemeActive() ? OpenThemeData(window, L"BUTTON") : nullptr);
+void DrawBox(HDC dc, RECT area, bool checked, bool enabled) {
+    // Opened for no window: the list would take it for its own and draw its border with it.
+    const OwnedTheme theme(IsThemeActive() ? OpenThemeData(nullptr, L"BUTTON") : nullptr);
     if (theme) {
         const int plain = checked ? CBS_CHECKEDNORMAL : CBS_UNCHECKEDNORMAL;
         const int state = enabled ? plain : checked ? CBS_CHECKEDDISABLED : CBS_UNCHECKEDDISABLED;
@@ -77,7 +78,7 @@ void CheckListPeer::MakeBoxes() {
             FillRect(dc, &all, GetSysColorBrush(COLOR_WINDOW));
             const int left = Host().Scale(4);
             const int top = (height - side) / 2;
-            DrawBox(Window(), dc, {left, top, left + side, top + side}, checked, list_.EffectivelyEnabled());
+            DrawBox(dc, {left, top, left + side, top + side}, checked, list_.EffectivelyEnabled());
         }
         ImageList_Add(boxes.Get(), picture.Get(), nullptr);
     }

@@ -95,6 +95,12 @@ TEST_F(CheckListTest, RowsAndSelectionAreShown) {
     EXPECT_EQ(Selected(), -1);
 }
 
+TEST_F(CheckListTest, DrawingTheBoxesLeavesTheListItsOwnFrame) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+    const platform::win32::WindowDc dc(container.Get());
+    EXPECT_NE(GetPixel(dc.Get(), 10, 60), RGB(0, 0, 0)) << "the frame is no button's";
+}
+
 TEST_F(CheckListTest, AFieldThatKeepsTheFocusKeepsTheChecks) {
     button.onValidate = [] { return false; };
     form.SetFocus(button);
