@@ -13,6 +13,7 @@ constexpr int kButtonHeight = 24;
 constexpr int kMarkSize = 13;
 constexpr int kMarkGap = 6;
 constexpr int kElided = 40;
+constexpr int kStripBorder = 2;
 
 bool Plain(const KeyEvent& key) {
     return !key.alt && !key.ctrl;
@@ -29,8 +30,11 @@ Size MarkedSize(const Widget& widget, const TextMeasure& measure) {
 Label::Label(Kind kind, std::wstring name, int index) : Widget(kind, std::move(name), index) {}
 
 Size Label::MinimumSize(const TextMeasure& measure) const {
-    const int caption = elides_ ? measure.Scale(kElided) : measure.Width(PlainCaption());
-    return {std::max(caption, measure.Width(widest_)), measure.LineHeight()};
+    int caption = elides_ ? measure.Scale(kElided) : measure.Width(PlainCaption());
+    if (heading_) // heavier letters are broader, by less than this
+        caption += caption / 4 + measure.Scale(4);
+    const int border = GetKind() == Kind::WarningStrip ? measure.Scale(kStripBorder) : 0;
+    return {std::max(caption, measure.Width(widest_)), measure.LineHeight() + 2 * border};
 }
 
 Button::Button(std::wstring name, int index) : Widget(Kind::Button, std::move(name), index) {

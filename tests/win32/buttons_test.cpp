@@ -27,6 +27,24 @@ struct ButtonsTest : Windows {
     }
 };
 
+TEST_F(ButtonsTest, AHeadingHasRoomForItsHeavierLetters) {
+    label.SetHeading(true);
+    label.SetCaption(L"Code types");
+    hooks.layout = [this] { label.SetBounds({10, 200, label.MinimumSize(*host).width, 20}); };
+    Show();
+    const HWND window = WindowOf(L"lblPage");
+    const platform::win32::WindowDc dc(window);
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+    const HGDIOBJ before = SelectObject(dc.Get(), font);
+    for (const wchar_t* caption : {L"Code types", L"Standard format", L"WWWW", L"iiii"}) {
+        label.SetCaption(caption);
+        SIZE size{};
+        GetTextExtentPoint32W(dc.Get(), caption, lstrlenW(caption), &size);
+        EXPECT_GE(label.MinimumSize(*host).width, size.cx);
+    }
+    SelectObject(dc.Get(), before);
+}
+
 TEST_F(ButtonsTest, ClickIsAGestureAndStateIsShown) {
     int clicks = 0;
     button.onClick = [&] { ++clicks; };
