@@ -29,7 +29,7 @@ device::Target ChooseTarget(const DeviceChoice& choice, const sim::SystemDescrip
 DeviceFile::DeviceFile(const DeviceChoice& choice)
     : DeviceFile(choice, sim::LoadDescription(std::filesystem::u8path(choice.file))) {}
 
-DeviceFile::DeviceFile(const DeviceChoice& choice, sim::SystemDescription system)
+DeviceFile::DeviceFile(const DeviceChoice& choice, const sim::SystemDescription& system)
     : name_(choice.file), fileLevel_(system.accessLevel), host_(system), state_(platform_.services, host_),
       model_(state_) {
     state_.current = ChooseTarget(choice, system);

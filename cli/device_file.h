@@ -37,7 +37,7 @@ class DeviceFile {
     sim::SystemDescription Contents() const;
 
   private:
-    DeviceFile(const DeviceChoice& choice, sim::SystemDescription system);
+    DeviceFile(const DeviceChoice& choice, const sim::SystemDescription& system);
 
     std::string name_;
     std::int32_t fileLevel_;

@@ -12,6 +12,7 @@ namespace orv::controls {
 namespace {
 
 constexpr int kNamedBytes = 33;
+constexpr std::size_t kWidestCount = 99999; ///< of a box without a limit
 
 } // namespace
 
@@ -75,7 +76,7 @@ void MBEdit::SetData(const Bytes& data) {
 void MBEdit::SetMaxLength(std::size_t characters) {
     core_.SetMaxLength(characters);
     if (count_)
-        count_->SetWidest(CountText(characters));
+        count_->SetWidest(CountText(characters > 0 ? characters : kWidestCount));
     Shown();
 }
 

@@ -47,6 +47,15 @@ TEST_F(MBEditTest, TheProgramsOwnChangesRaiseNothing) {
     EXPECT_EQ(count.Caption(), L"10 of 128");
 }
 
+TEST_F(MBEditTest, TheCountHasRoomWithoutALimit) {
+    box.SetMaxLength(0);
+    box.SetData(Bytes(4000, 13));
+    EXPECT_EQ(count.Caption(), L"16000");
+    const test::FixedFont font;
+    EXPECT_GE(count.MinimumSize(font).width, font.Width(count.Caption()));
+    EXPECT_GE(count.MinimumSize(font).width, font.Width(L"99999")) << "and does not move what stands beside it";
+}
+
 TEST_F(MBEditTest, ANameFromTheListGoesInAtTheCaretAndTypingGoesOn) {
     ASSERT_EQ(names.Entries().size(), 33u);
     EXPECT_EQ(names.Entries()[32], L"Space\t20");
