@@ -35,6 +35,7 @@ Widget* Below(Widget& widget, Point at) {
         return nullptr;
     if (Contains(ViewOf(widget), at)) {
         const auto& children = widget.Children();
+        // NOLINTNEXTLINE(modernize-loop-convert): reversed views do not compile with this library and this clang
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             const Rect place = (*child)->WindowBounds();
             if (Widget* found = Below(**child, {at.x - place.x, at.y - place.y}))

@@ -14,6 +14,7 @@ class ToolItems;
 /// Allowed lengths by number format; an empty text: the format is not allowed.
 using AllowedFormats = std::array<std::wstring, 4>;
 
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): the fields stand in the order of the table's columns
 struct CatalogueEntry {
     std::int32_t category;
     std::uint8_t type; ///< within the category
