@@ -16,14 +16,6 @@ Configuration& Required(const std::shared_ptr<Configuration>& configuration) {
     return *configuration;
 }
 
-/// While another error is on its way. Reads are too many for a guard that asks for errors in flight.
-void RestoreQuietly(Configuration& configuration, std::int32_t level) {
-    try {
-        configuration.SetAccessLevel(level);
-    } catch (...) {
-    }
-}
-
 } // namespace
 
 std::shared_ptr<ParameterTable> ParameterAccess::Table(const Target& target) {
@@ -48,18 +40,10 @@ Value ParameterAccess::Read(const ParameterId& id, std::int16_t element, std::op
     const auto configuration = state_.configuration;
     const std::int32_t remembered = Required(configuration).AccessLevel();
     configuration->SetAccessLevel(level);
-    Value value;
-    try {
-        const auto table = Table(state_.current);
-        const EntryHandle entry = Resolve(*table, id, level);
-        if (entry != 0)
-            value = table->GetValue(entry, element);
-    } catch (...) {
-        RestoreQuietly(*configuration, remembered);
-        throw;
-    }
-    configuration->SetAccessLevel(remembered);
-    return value;
+    const platform::Restoring restore([&] { configuration->SetAccessLevel(remembered); });
+    const auto table = Table(state_.current);
+    const EntryHandle entry = Resolve(*table, id, level);
+    return entry != 0 ? table->GetValue(entry, element) : Value();
 }
 
 std::wstring ParameterAccess::ReadString(const ParameterId& id, std::int16_t element,
@@ -95,9 +79,9 @@ void ParameterAccess::Write(const std::wstring& path, const Value& value) {
 }
 
 void ParameterAccess::Write(const std::wstring& path, const Value& value, const Target& target) {
-    line_.assign(L"  Writing ").append(path).append(L" = ");
-    AppendLogForm(line_, value);
-    state_.platform.debug.Line(line_.append(L"..."));
+    std::wstring line = L"  Writing " + path + L" = ";
+    AppendLogForm(line, value);
+    state_.platform.debug.Line(line.append(L"..."));
     const auto table = Table(target);
     const EntryHandle entry = table->FindByPath(path, target.accessLevel);
     if (entry == 0)

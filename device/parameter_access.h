@@ -73,7 +73,6 @@ class ParameterAccess {
     Description Describe(std::int32_t number, bool& present, std::optional<std::int32_t> accessLevel = {});
 
     DeviceState& state_;
-    std::wstring line_; ///< of the log; kept for its capacity
 };
 
 } // namespace orv::device
