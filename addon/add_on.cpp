@@ -57,6 +57,11 @@ AddOn::AddOn(ProcessState& state, Container& container) : state_(state), contain
                 throw Error(error_number::kObjectNotSet);
             return *state_.root;
         },
+        [this]() -> model::ToolItems& {
+            if (!state_.catalogue)
+                throw Error(error_number::kObjectNotSet);
+            return *state_.catalogue;
+        },
         static_cast<editor::Commands&>(*this));
 }
 

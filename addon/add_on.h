@@ -62,6 +62,8 @@ class AddOn : private editor::Commands {
     void SaveSteps(bool interactive);
     void RunPutOff();
     void CloseAddOn() override;
+    void EnterHandler() override { ++depth_; }
+    void LeaveHandler() override { Leave(); }
     void ShowSteps();
     bool ConfirmSlave();
     void LoadStep();

@@ -37,6 +37,35 @@ class SpringBox : public LayoutBox {
     void Place(const Rect&, const TextMeasure&) override {}
 };
 
+class OverlayBox : public LayoutBox {
+  public:
+    explicit OverlayBox(std::vector<LayoutPtr> boxes) : LayoutBox(false, false), boxes_(std::move(boxes)) {
+        for (const LayoutPtr& box : boxes_) {
+            growsAcross_ = growsAcross_ || box->GrowsAcross();
+            growsDown_ = growsDown_ || box->GrowsDown();
+        }
+    }
+    Size Minimum(const TextMeasure& measure) const override {
+        Size least;
+        for (const LayoutPtr& box : boxes_) {
+            const Size own = box->Minimum(measure);
+            least = {std::max(least.width, own.width), std::max(least.height, own.height)};
+        }
+        return least;
+    }
+    void Place(const Rect& area, const TextMeasure& measure) override {
+        for (const LayoutPtr& box : boxes_) {
+            const Size own = box->Minimum(measure);
+            box->Place({area.x, area.y, box->GrowsAcross() ? area.width : own.width,
+                        box->GrowsDown() ? area.height : own.height},
+                       measure);
+        }
+    }
+
+  private:
+    std::vector<LayoutPtr> boxes_;
+};
+
 class GroupBox : public LayoutBox {
   public:
     GroupBox(Frame& frame, LayoutPtr content, int padding)
@@ -160,6 +189,10 @@ LayoutPtr Row(std::vector<LayoutPtr> boxes, int gap) {
     for (LayoutPtr& box : boxes)
         grid->Add(std::move(box));
     return grid;
+}
+
+LayoutPtr Overlay(std::vector<LayoutPtr> boxes) {
+    return std::make_unique<OverlayBox>(std::move(boxes));
 }
 
 LayoutPtr Group(Frame& frame, LayoutPtr content, int padding) {

@@ -66,6 +66,9 @@ class Grid : public LayoutBox {
 LayoutPtr Column(std::vector<LayoutPtr> boxes, int gap = 8);
 LayoutPtr Row(std::vector<LayoutPtr> boxes, int gap = 8);
 
+/// Boxes in one and the same place, of which the widgets of one are visible at a time.
+LayoutPtr Overlay(std::vector<LayoutPtr> boxes);
+
 /// A frame with its content inside, below the caption when it is a group box; `padding` all round.
 LayoutPtr Group(Frame& frame, LayoutPtr content, int padding = 8);
 

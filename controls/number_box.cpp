@@ -111,6 +111,8 @@ bool NumberBox::Commit() {
     const std::optional<Number> number = Reading();
     if (!number) {
         Beep();
+        if (onRefused)
+            onRefused();
         return false;
     }
     if (*number != stored_ && onAccept && !onAccept(*number))
@@ -167,6 +169,8 @@ void NumberBox::Step(int by) {
     Changed();
     if (Focused())
         Mirror(Aspect::Selection);
+    if (onStep && Pending())
+        onStep();
 }
 
 KeyOutcome NumberBox::HandleKey(const KeyEvent& key) {

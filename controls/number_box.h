@@ -52,6 +52,10 @@ class NumberBox : public Widget {
     std::function<void(Number)> onChange;
     /// The page's own rule, asked when the focus leaves or the page is committed. True when the number is stored.
     std::function<bool(Number)> onAccept;
+    /// An arrow or the wheel led to another number; raised behind onChange.
+    std::function<void()> onStep;
+    /// The text was not taken: no number that may stand here.
+    std::function<void()> onRefused;
 
   private:
     std::optional<Number> Reading() const;

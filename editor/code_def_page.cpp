@@ -119,11 +119,7 @@ void CodeDefPage::FillCustomBox(CustomBox& box) {
     MBField& field = *box.field;
     const bool defined = context_.root().CustomCodeIDDefined(box.identifier);
     field.Show(context_.root().CustomCodeID(box.identifier));
-    field.Box().SetEnabled(box.setup.present && defined);
-    field.Names().SetEnabled(box.setup.present && defined);
-    field.Box().SetTooltips(box.setup.present && defined);
-    if (box.setup.present && !defined)
-        DisableFor(field.Box(), box.meaning + L": " + Load(Id::NeverDefined));
+    field.SetUsable(defined, box.meaning + L": " + Load(Id::NeverDefined));
 }
 
 void CodeDefPage::EnableCustomFrame(std::int32_t codeID) {

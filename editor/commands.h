@@ -14,6 +14,9 @@ class Commands {
     /// already and returns normally.
     virtual void Save(bool interactive) = 0;
     virtual void CloseAddOn() = 0;
+    /// Around every handler: what it works on stays until it has returned, whatever happens while it shows a box.
+    virtual void EnterHandler() {}
+    virtual void LeaveHandler() {}
 };
 
 /// How far a save got.

@@ -5,20 +5,37 @@
 #include <string>
 #include <utility>
 
+#include "controls/dialog.h"
 #include "controls/form.h"
 #include "device/device_state.h"
 #include "device/parameter_access.h"
+#include "editor/commands.h"
 #include "model/out_format_config.h"
+#include "model/tool_items.h"
 #include "platform/guarded.h"
 
 namespace orv::editor {
 
 struct Context {
     device::DeviceState& state;
+    Commands& commands;
+    /// Both raise 91 when there is none. What they answer stays while a handler runs.
     std::function<model::OutFormatConfig&()> root;
+    std::function<model::ToolItems&()> catalogue;
     controls::Form& form;
     std::function<void()> changed;     ///< the user changed something
     std::function<void()> rebuildTree; ///< the set of nodes changed
+    /// Another text for a node, where there is one; the page's caption is the page's own business.
+    std::function<void(const std::wstring& key, const std::wstring& text)> setNodeText;
+    /// Selects the node whose object the page shows now, without a click on it. Nothing for an unknown key.
+    std::function<void(const std::wstring& key)> selectNode;
+    std::function<void(const std::wstring& caption)> setCaption; ///< of the page shown
+    /// Opens another node's page from a field that refers to it; the node left behind is marked until the next click.
+    std::function<void(const std::wstring& key)> jumpTo;
+    std::function<void()> layOut; ///< labels changed, or what is visible
+    /// Says in the hint line why a value was not taken, until the focus moves or something changes.
+    std::function<void(const std::wstring& reason)> refuse;
+    controls::DialogRunner runDialog;
 
     /// Window of a widget, for host calls that want one; 0 when there is none.
     std::function<device::WindowHandle(const controls::Widget&)> windowOf;
@@ -29,12 +46,25 @@ struct Context {
     /// Runs an event's handler; a failure is shown under "AddOnControl." and `name`.
     template <typename Action>
     bool Handle(const std::wstring& name, Action&& action) const {
+        const Restoring left([&host = commands] { host.LeaveHandler(); });
+        commands.EnterHandler();
         return platform::Guarded(state.platform.boxes, L"AddOnControl." + name, std::forward<Action>(action));
+    }
+
+    /// The same for one by which the user changes something: marked as modified when it ran to its end.
+    template <typename Action>
+    bool Edit(const std::wstring& name, Action&& action) const {
+        return Handle(name, [&] {
+            action();
+            changed();
+        });
     }
 
     /// The same for a handler that runs inside a change of focus, where no box may open: it opens afterwards.
     template <typename Action>
     bool HandleInFocusChange(const std::wstring& name, Action&& action) const {
+        const Restoring left([&host = commands] { host.LeaveHandler(); });
+        commands.EnterHandler();
         LaterBoxes boxes(state.platform);
         return platform::Guarded(boxes, L"AddOnControl." + name, std::forward<Action>(action));
     }

@@ -1,11 +1,11 @@
 #include "editor/editor.h"
 
-#include <algorithm>
-
+#include "editor/adv_format_page.h"
 #include "editor/code_def_page.h"
+#include "editor/code_page.h"
 #include "editor/context.h"
 #include "editor/format_def_page.h"
-#include "editor/node_key.h"
+#include "editor/group_page.h"
 #include "editor/shell.h"
 #include "model/save_concerns.h"
 #include "text/texts.h"
@@ -15,20 +15,55 @@ namespace orv::editor {
 using text::Id;
 using text::Load;
 
-Editor::Editor(device::DeviceState& state, RootAccess root, Commands& commands)
-    : state_(state), root_(std::move(root)), commands_(commands), form_(state.platform.boxes, state.platform.pump),
-      context_(std::make_unique<Context>(
-          Context{state, root_, form_, [this] { SetModified(true); }, [this] { BuildTree(); },
-                  [this](const controls::Widget& widget) { return windowOf ? windowOf(widget) : 0; }})),
+Editor::Editor(device::DeviceState& state, RootAccess root, CatalogueAccess catalogue, Commands& commands)
+    : state_(state), root_(std::move(root)), catalogue_(std::move(catalogue)), commands_(commands),
+      form_(state.platform.boxes, state.platform.pump), context_(MakeContext()),
       shell_(std::make_unique<Shell>(form_)) {
-    pages_.push_back(std::make_unique<CodeDefPage>(*context_));
-    pages_.push_back(std::make_unique<FormatDefPage>(*context_));
-    // Nothing to edit before the values were read: what is typed into an empty page would be lost.
-    for (const auto& page : pages_)
-        page->Frame().SetEnabled(false);
+    AddPages();
     shell_->AddBottom();
     BindShell();
     SetModified(false);
+}
+
+std::unique_ptr<Context> Editor::MakeContext() {
+    return std::make_unique<Context>(Context{
+        .state = state_,
+        .commands = commands_,
+        .root = root_,
+        .catalogue = catalogue_,
+        .form = form_,
+        .changed = [this] { SetModified(true); },
+        .rebuildTree = [this] { BuildTree(); },
+        .setNodeText =
+            [this](const std::wstring& key, const std::wstring& text) {
+                const controls::Tree::Node* node = shell_->tvw.FindNode(key);
+                if (node && node->text != text)
+                    shell_->tvw.SetText(key, text);
+            },
+        .selectNode = [this](const std::wstring& key) { SelectNode(key); },
+        .setCaption = [this](const std::wstring& caption) { ShowCut(shell_->lblPage, caption); },
+        .jumpTo = [this](const std::wstring& key) { JumpTo(key); },
+        .layOut = [this] { LayoutPages(); },
+        .refuse = [this](const std::wstring& reason) { Refuse(reason); },
+        .runDialog =
+            [this](controls::Dialog& dialog) {
+                if (runDialog)
+                    runDialog(dialog);
+            },
+        .windowOf = [this](const controls::Widget& widget) { return windowOf ? windowOf(widget) : 0; },
+    });
+}
+
+void Editor::AddPages() {
+    // Reading order, and the order in which PageOf names them.
+    pages_.push_back(std::make_unique<CodeDefPage>(*context_));
+    pages_.push_back(std::make_unique<CodePage>(*context_));
+    pages_.push_back(std::make_unique<GroupPage>(*context_));
+    pages_.push_back(std::make_unique<FormatDefPage>(*context_));
+    pages_.push_back(std::make_unique<AdvFormatPage>(*context_));
+    // Nothing to edit before the values were read: what is typed into an empty page would be lost.
+    for (const auto& page : pages_)
+        page->Frame().SetEnabled(false);
 }
 
 Editor::~Editor() = default;
@@ -43,7 +78,10 @@ void Editor::BindShell() {
     shell_->cmdApply->onClick = [this] { context_->Handle(L"cmdApply_Click", [this] { OnApply(); }); };
     shell_->cmdOK->onClick = [this] { context_->Handle(L"cmdOK_Click", [this] { OnOK(); }); };
     shell_->cmdCancel->onClick = [this] { context_->Handle(L"cmdCancel_Click", [this] { commands_.CloseAddOn(); }); };
-    form_.onFocusChanged = [this](controls::Widget*) { ShowHint(); };
+    form_.onFocusChanged = [this](controls::Widget*) {
+        refusal_.clear();
+        ShowHint();
+    };
 }
 
 void Editor::OnApply() {
@@ -71,72 +109,13 @@ bool Editor::ValidateBeforeSave() {
     return state_.platform.boxes.Show(box) != platform::Answer::No;
 }
 
-void Editor::ShowFirstPage() {
-    ShowPage(pages_.front()->Frame());
-}
-
-void Editor::BuildTree() {
-    controls::Tree& tree = shell_->tvw;
-    const controls::Tree::Batch batch(tree);
-    const std::wstring selected = tree.SelectedKey();
-    tree.Clear();
-    AddNodes();
-    if (!selected.empty() && tree.FindNode(selected))
-        tree.SetSelectedKey(selected);
-}
-
-void Editor::AddNodes() {
-    // The order is what the user reads from top to bottom: codes, groups between them and the formats.
-    controls::Tree& tree = shell_->tvw;
-    tree.AddNode({}, kCodesKey, Load(Id::NodeCodes));
-    tree.AddNode({}, kFormatsKey, Load(Id::NodeFormats));
-}
-
-void Editor::SelectFirstNode() {
-    if (shell_->tvw.Nodes().empty())
-        return;
-    const std::wstring key = shell_->tvw.Nodes().front().key;
-    shell_->tvw.SetSelectedKey(key);
-    context_->Handle(L"tvw_NodeClick", [&] { OnNodeClick(key); });
-}
-
-void Editor::OnNodeClick(const std::wstring& key) {
-    CommitPending();
-    shell_->tvw.ClearBold();
-    ShowNode(key);
-}
-
-void Editor::ShowNode(const std::wstring& key) {
-    const controls::Tree::Node* node = shell_->tvw.FindNode(key);
-    if (!node)
-        throw Error(error_number::kSubscript);
-    const std::wstring caption = node->text;
-    const NodeKind kind = ParseNodeKey(key).kind;
-    const wchar_t* name = kind == NodeKind::Codes ? L"fraCodeDef" : kind == NodeKind::Formats ? L"fraFormatDef" : L"";
-    const auto page =
-        std::find_if(pages_.begin(), pages_.end(), [&](const auto& p) { return p->Frame().Name() == name; });
-    if (page == pages_.end())
-        throw Error(error_number::kSubscript);
-    (*page)->LoadModel();
-    LayoutPages();
-    ShowPage((*page)->Frame());
-    ShowCut(shell_->lblPage, caption);
-}
-
-void Editor::ShowPage(const controls::Widget& frame) {
-    for (const auto& child : form_.Root().Children()) {
-        const auto* page = dynamic_cast<const controls::Frame*>(child.get());
-        if (page && page->IsPage())
-            child->SetVisible(child.get() == &frame);
-    }
-}
-
 void Editor::SetModified(bool modified) {
     modified_ = modified;
     shell_->cmdOK->SetEnabled(modified);
     shell_->cmdApply->SetEnabled(modified);
-    if (modified && !saveReport_.empty()) {
+    if (modified && !(saveReport_.empty() && refusal_.empty())) {
         saveReport_.clear();
+        refusal_.clear();
         ShowHint();
     }
 }

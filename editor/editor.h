@@ -5,26 +5,30 @@
 #include <string>
 #include <vector>
 
+#include "controls/dialog.h"
 #include "controls/form.h"
 #include "controls/geometry.h"
 #include "controls/widget.h"
 #include "device/device_state.h"
 #include "editor/commands.h"
 #include "model/out_format_config.h"
+#include "model/tool_items.h"
 
 namespace orv::editor {
 
 class Page;
 class Shell;
 struct Context;
+enum class NodeKind;
 
 class Editor {
   public:
     /// Asked for anew by each handler, so that the root may be replaced or go. Raises 91 when there is none.
     using RootAccess = std::function<model::OutFormatConfig&()>;
+    using CatalogueAccess = std::function<model::ToolItems&()>;
 
     /// `state` and `commands` outlive the editor. Reads nothing.
-    Editor(device::DeviceState& state, RootAccess root, Commands& commands);
+    Editor(device::DeviceState& state, RootAccess root, CatalogueAccess catalogue, Commands& commands);
     ~Editor();
     Editor(const Editor&) = delete;
     Editor& operator=(const Editor&) = delete;
@@ -37,6 +41,9 @@ class Editor {
 
     /// Windows of edit boxes, handed to the host when one gets the focus. Without it the host is not told.
     std::function<device::WindowHandle(const controls::Widget&)> windowOf;
+
+    /// Shows dialogs. Without it they count as cancelled at once.
+    controls::DialogRunner runDialog;
 
     /// Makes the page `fraCodeDef` visible, without filling it.
     void ShowFirstPage();
@@ -64,19 +71,28 @@ class Editor {
     void Resize(controls::Size client, const controls::TextMeasure& measure);
 
   private:
+    std::unique_ptr<Context> MakeContext();
+    void AddPages();
     void BindShell();
     void OnApply();
     void OnOK();
     bool ValidateBeforeSave();
     void AddNodes();
     void OnNodeClick(const std::wstring& key);
+    /// A number that may not stand where it stands keeps its page: leaving would drop what was typed.
+    bool StaysForWrongNumber();
+    void JumpTo(const std::wstring& key);
+    void SelectNode(const std::wstring& key);
     void ShowNode(const std::wstring& key);
     void ShowPage(const controls::Widget& frame);
+    Page& PageOf(NodeKind kind);
+    void Refuse(const std::wstring& reason);
     void ShowHint();
     void LayoutPages();
 
     device::DeviceState& state_;
     RootAccess root_;
+    CatalogueAccess catalogue_;
     Commands& commands_;
     controls::Form form_;
     std::unique_ptr<Context> context_;
@@ -86,6 +102,8 @@ class Editor {
     device::Target readFrom_;
     bool hasRead_ = false;
     std::wstring saveReport_;
+    std::wstring refusal_;
+    std::wstring shownKey_; ///< node whose page is shown
     const controls::TextMeasure* measure_ = nullptr;
     controls::Rect pageArea_;
 };

@@ -65,10 +65,16 @@ void Editor::SetSaveReport(const SaveReport& report) {
     ShowHint();
 }
 
+void Editor::Refuse(const std::wstring& reason) {
+    refusal_ = reason;
+    ShowHint();
+}
+
 void Editor::ShowHint() {
     // A report stays until the next change: while the save disables the control the focus comes and goes.
     const controls::Widget* focused = form_.Focused();
-    ShowCut(*shell_->lblHint, !saveReport_.empty() ? saveReport_ : focused ? focused->Hint() : std::wstring());
+    const std::wstring hint = focused ? focused->Hint() : std::wstring();
+    ShowCut(*shell_->lblHint, !refusal_.empty() ? refusal_ : !saveReport_.empty() ? saveReport_ : hint);
 }
 
 } // namespace orv::editor

@@ -42,6 +42,85 @@ void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32
         DisableFor(box, box.Hint());
 }
 
+ChoiceField::ChoiceField(Context& context, controls::Widget& parent, const std::wstring& name, Store store)
+    : label_(&parent.Add<controls::Label>(L"lbl" + name.substr(3))), box_(&parent.Add<controls::ComboBox>(name)) {
+    box_->onClick = [&context, name, box = box_, store = std::move(store)] {
+        context.Edit(name + L"_Click", [&] { store(box->SelectedData()); });
+    };
+}
+
+void ChoiceField::SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup) {
+    SetUpCombo(*box_, meaning, number, setup);
+}
+
+void ChoiceField::SetVisible(bool visible) {
+    label_->SetVisible(visible);
+    box_->SetVisible(visible);
+}
+
+NumberField::NumberField(Context& context, controls::Widget& parent, const std::wstring& name, Store store)
+    : context_(context), name_(name), store_(std::move(store)),
+      label_(&parent.Add<controls::Label>(L"lbl" + name.substr(3))), box_(&parent.Add<controls::NumberBox>(name)) {
+    box_->onChange = [this](Number) { context_.Handle(name_ + L"_Change", [this] { context_.changed(); }); };
+    box_->onAccept = [this](Number number) { return Accept(number); };
+    box_->onStep = [this] {
+        const Restoring stepped([this] { stepping_ = false; });
+        stepping_ = true;
+        box_->Commit();
+    };
+    box_->onRefused = [this] { Refused(); };
+}
+
+bool NumberField::Accept(Number number) {
+    bool taken = false;
+    const auto store = [&] {
+        taken = store_(number);
+        if (taken)
+            context_.changed();
+    };
+    // The focus may be on its way to another field, where no box may open.
+    if (stepping_)
+        context_.Handle(L"ud" + name_.substr(3) + L"_Change", store);
+    else
+        context_.HandleInFocusChange(name_ + L"_Validate", store);
+    return taken;
+}
+
+void NumberField::Refused() {
+    context_.refuse(meaning_ + Load(Id::MustBe) + std::to_wstring(box_->Least()) + Load(Id::HintTo) +
+                    std::to_wstring(box_->Greatest()));
+}
+
+void NumberField::SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup,
+                        Number least, Number greatest) {
+    device::ControlSetup limited = setup;
+    device::Description& range = limited.description;
+    if (range.hasRange && range.minimum <= greatest && range.maximum >= least) {
+        least = std::max<Number>(least, range.minimum);
+        greatest = std::min<Number>(greatest, range.maximum);
+    }
+    range.hasRange = true;
+    range.minimum = static_cast<std::int32_t>(least);
+    range.maximum = static_cast<std::int32_t>(greatest);
+    meaning_ = meaning;
+    box_->SetRange(least, greatest);
+    box_->SetAccessibleName(meaning);
+    box_->SetToolTip({});
+    box_->SetHint(FieldHint(meaning, number, limited));
+    box_->SetEnabled(true);
+    if (!setup.present)
+        DisableFor(*box_, box_->Hint());
+}
+
+void NumberField::SetVisible(bool visible) {
+    label_->SetVisible(visible);
+    box_->SetVisible(visible);
+}
+
+bool NumberField::CommitPending() {
+    return !box_->Pending() || box_->Commit();
+}
+
 MBField::MBField(Context& context, controls::Widget& parent, const std::wstring& name, int index, bool counted,
                  Store store)
     : context_(context), name_(name), store_(std::move(store)),
@@ -61,15 +140,29 @@ MBField::MBField(Context& context, controls::Widget& parent, const std::wstring&
 }
 
 void MBField::SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup) {
-    const std::wstring hint = FieldHint(meaning, number, setup);
+    hint_ = FieldHint(meaning, number, setup);
+    present_ = setup.present;
     box_->SetAccessibleName(meaning);
     box_->SetMaxLength(static_cast<std::size_t>(std::max(0, setup.description.maximumStringLength)));
-    box_->SetHint(hint);
-    box_->SetEnabled(setup.present);
-    names_->SetEnabled(setup.present);
-    box_->SetTooltips(setup.present);
-    if (!setup.present)
-        DisableFor(*box_, hint);
+    SetUsable(true);
+}
+
+void MBField::SetUsable(bool usable, const std::wstring& reason) {
+    const bool on = present_ && usable;
+    names_->SetEnabled(on);
+    box_->SetTooltips(on); // its tool tip is the value while there is no reason to give
+    box_->SetHint(hint_);
+    box_->SetEnabled(on);
+    if (!on)
+        DisableFor(*box_, present_ ? reason : hint_);
+}
+
+void MBField::SetVisible(bool visible) {
+    label_->SetVisible(visible);
+    box_->SetVisible(visible);
+    names_->SetVisible(visible);
+    if (count_)
+        count_->SetVisible(visible);
 }
 
 void MBField::Show(const std::wstring& text) {

@@ -6,6 +6,7 @@
 
 #include "controls/combo_box.h"
 #include "controls/mb_edit.h"
+#include "controls/number_box.h"
 #include "controls/simple_widgets.h"
 #include "device/parameter_access.h"
 #include "editor/context.h"
@@ -21,6 +22,64 @@ void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32
 
 /// Says, in hint and tool tip, why a field cannot be used, and disables it.
 void DisableFor(controls::Widget& widget, const std::wstring& hint);
+
+/// A list with its label: `cbo…` and `lbl…`.
+class ChoiceField {
+  public:
+    using Store = std::function<void(std::int32_t)>;
+
+    /// Adds both to `parent`. A choice by the user is stored under the handler `name`_Click. The context outlives the
+    /// field.
+    ChoiceField(Context& context, controls::Widget& parent, const std::wstring& name, Store store);
+
+    controls::Label& Label() { return *label_; }
+    controls::ComboBox& Box() { return *box_; }
+
+    /// `meaning` is for screen readers and the hint line.
+    void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup);
+    /// A value that the list lacks is shown under its own number.
+    void Show(std::int32_t value) { box_->SelectData(value); }
+    void SetVisible(bool visible);
+
+  private:
+    controls::Label* label_;
+    controls::ComboBox* box_;
+};
+
+/// A number with its label: `txt…`, whose arrows are `ud…` to whoever reads an error, and `lbl…`.
+class NumberField {
+  public:
+    using Number = controls::NumberBox::Number;
+    /// Stores the number in the model. False keeps the focus, and the number pending; the store beeps itself.
+    using Store = std::function<bool(Number)>;
+
+    /// Adds both to `parent`. A typed number is stored under `name`_Validate when the focus is lost or a commit is
+    /// due, one stepped to at once under `ud…_Change`. The context outlives the field.
+    NumberField(Context& context, controls::Widget& parent, const std::wstring& name, Store store);
+
+    controls::Label& Label() { return *label_; }
+    controls::NumberBox& Box() { return *box_; }
+
+    /// The range is the parameter's; without one that of the type, `least` to `greatest`. A parameter's range that
+    /// reaches beyond the type is cut to it.
+    void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup, Number least,
+               Number greatest);
+    void Show(Number value) { box_->SetValue(value); }
+    void SetVisible(bool visible);
+    bool CommitPending();
+
+  private:
+    bool Accept(Number number);
+    void Refused();
+
+    Context& context_;
+    std::wstring name_;
+    std::wstring meaning_;
+    Store store_;
+    bool stepping_ = false;
+    controls::Label* label_;
+    controls::NumberBox* box_;
+};
 
 /// An edit box for bytes with the button and the label that belong to it: `name`, `name`Names and `name`Count.
 class MBField {
@@ -41,6 +100,10 @@ class MBField {
     void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup);
     /// Shows a text of the model; never cuts it.
     void Show(const std::wstring& text);
+    /// Box and button; off with the reason, or on again if the device has the parameter.
+    void SetUsable(bool usable, const std::wstring& reason = {});
+    /// Label, box, button and count.
+    void SetVisible(bool visible);
     /// False when storing failed, which was shown; the value stays pending.
     bool CommitPending();
 
@@ -51,6 +114,8 @@ class MBField {
     Context& context_;
     std::wstring name_;
     Store store_;
+    std::wstring hint_; ///< while it can be used
+    bool present_ = false;
     controls::Label* label_;
     controls::MBEdit* box_;
     controls::DropButton* names_;

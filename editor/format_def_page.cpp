@@ -1,5 +1,6 @@
 #include "editor/format_def_page.h"
 
+#include "editor/output_segments.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -13,22 +14,6 @@ constexpr std::int32_t kAdvanced = 330;
 constexpr std::int32_t kHeader = 6;
 constexpr std::int32_t kTerminator = 7;
 constexpr std::int32_t kSeparator = 82;
-
-/// Tokens one by one, what stands between them together.
-void AppendContent(std::vector<OutputStrip::Segment>& segments, const controls::MBEditCore& core) {
-    const auto& cells = core.Cells();
-    bool joins = false;
-    for (std::size_t i = 0; i < cells.size();) {
-        const auto length = static_cast<std::size_t>(cells[i].tokenLength);
-        const std::wstring shown = core.Text().substr(i, length);
-        if (length == 1 && joins)
-            segments.back().text += shown;
-        else
-            segments.push_back({length > 1 ? OutputStrip::SegmentKind::Token : OutputStrip::SegmentKind::Plain, shown});
-        joins = length == 1;
-        i += length;
-    }
-}
 
 } // namespace
 

@@ -37,4 +37,16 @@ NodeKey ParseNodeKey(const std::wstring& key) {
     return {};
 }
 
+std::wstring CodeKey(std::int32_t index) {
+    return L"Code" + std::to_wstring(index);
+}
+
+std::wstring GroupKey(std::int32_t index) {
+    return L"Group" + std::to_wstring(index);
+}
+
+std::wstring FormatKey(std::int32_t index) {
+    return L"Format" + std::to_wstring(index);
+}
+
 } // namespace orv::editor

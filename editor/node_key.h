@@ -19,4 +19,8 @@ struct NodeKey {
 
 NodeKey ParseNodeKey(const std::wstring& key);
 
+std::wstring CodeKey(std::int32_t index);
+std::wstring GroupKey(std::int32_t index);
+std::wstring FormatKey(std::int32_t index);
+
 } // namespace orv::editor

@@ -9,7 +9,8 @@ Page::Page(Context& context, std::wstring name, std::wstring title)
     frame_.SetAccessibleName(std::move(title));
 }
 
-void Page::LoadModel() {
+void Page::Open(int index) {
+    index_ = index;
     if (!setUp_) {
         SetUp();
         setUp_ = true;

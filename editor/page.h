@@ -1,6 +1,7 @@
 #pragma once
 // One page of the editor.
 #include <string>
+#include <utility>
 
 #include "controls/frame.h"
 #include "controls/layout.h"
@@ -18,8 +19,11 @@ class Page {
     controls::Frame& Frame() { return frame_; }
     /// The values were read anew, perhaps from another device: what the description says is asked for again.
     void ForgetSetup() { setUp_ = false; }
-    /// Fills the controls from the model, raising no event.
-    void LoadModel();
+    /// Fills the controls from object `index` (1-based; 0: what a root node shows), raising no event. Raises what the
+    /// model raises for one that does not exist.
+    void Open(int index);
+    /// Line above the page once it is open.
+    virtual std::wstring Caption(const std::wstring& nodeText) { return nodeText; }
     /// Stores what is still being typed; false when a handler failed, which was shown.
     virtual bool CommitPending() = 0;
     /// The frame has its bounds.
@@ -29,6 +33,9 @@ class Page {
     /// Lists, lengths and labels from the device description.
     virtual void SetUp() = 0;
     virtual void Fill() = 0;
+    /// Of the object shown, as Open was told.
+    int Index() const { return index_; }
+    void SetIndex(int index) { index_ = index; }
 
     Context& context_;
     controls::Frame& frame_;
@@ -36,6 +43,15 @@ class Page {
 
   private:
     bool setUp_ = false;
+    int index_ = 0;
 };
+
+/// CommitPending of several fields: all of them, whatever one answers.
+template <typename... Fields>
+bool CommitAll(Fields&... fields) {
+    bool stored = true;
+    ((stored = fields.CommitPending() && stored), ...);
+    return stored;
+}
 
 } // namespace orv::editor

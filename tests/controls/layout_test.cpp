@@ -55,5 +55,16 @@ TEST_F(LayoutTest, GroupLeavesRoomForItsCaptionAndScales) {
     EXPECT_LE(label.Bounds().Bottom(), least.height);
 }
 
+TEST_F(LayoutTest, OverlaidBoxesShareOnePlace) {
+    Label& small = NewLabel(L"ab");
+    Label& wide = NewLabel(L"abcdefgh");
+    auto box = Overlay(Boxed(Cell(small), Column(Boxed(Cell(wide, Grow::Across), Cell(NewLabel(L"x"))), 4)));
+    EXPECT_EQ(box->Minimum(font), (Size{56, 36}));
+    EXPECT_TRUE(box->GrowsAcross());
+    box->Place({10, 20, 100, 50}, font);
+    EXPECT_EQ(small.Bounds(), (Rect{10, 20, 14, 16})) << "not stretched by its neighbour";
+    EXPECT_EQ(wide.Bounds(), (Rect{10, 20, 100, 16}));
+}
+
 } // namespace
 } // namespace orv::controls

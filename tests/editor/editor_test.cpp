@@ -39,13 +39,44 @@ TEST_F(EditorTest, ANodeShowsItsPageAndClearsBold) {
     EXPECT_FALSE(editor->Modified());
 }
 
+TEST_F(EditorTest, TheTreeHasGroupsByExpressionAndFormatsInUseOnly) {
+    const auto keys = [this] {
+        std::wstring all;
+        for (const controls::Tree::Node& node : Get<controls::Tree>(L"tvw").Nodes())
+            all += node.key + L"<" + node.parentKey + L" ";
+        return all;
+    };
+    root.Codes().Groups().ParseExpression(L"1&[1|2]");
+    struct Case {
+        std::int32_t combination;
+        bool advanced;
+        const wchar_t* keys;
+    };
+    ASSERT_EQ(root.Codes().Count(), 1);
+    ASSERT_EQ(root.AdvancedFormats().Count(), 1);
+    for (const Case& c :
+         {Case{1, false, L"CodeDef< Code1<CodeDef FormatDef< "},
+          Case{2, false, L"CodeDef< Code1<CodeDef GroupDef< Group1<GroupDef Group2<GroupDef FormatDef< "},
+          Case{3, true, L"CodeDef< Code1<CodeDef FormatDef< Format1<FormatDef "}}) {
+        root.Codes().Combination(c.combination);
+        root.Advanced(c.advanced);
+        editor->BuildTree();
+        EXPECT_EQ(keys(), c.keys);
+    }
+    root.Codes().Combination(2);
+    editor->BuildTree();
+    auto& tree = Get<controls::Tree>(L"tvw");
+    EXPECT_EQ(tree.FindNode(L"Code1")->text, root.Codes().Code(1)->Description());
+    EXPECT_EQ(tree.FindNode(L"Group2")->text, L"2 - [1 OR 2]");
+    EXPECT_EQ(tree.FindNode(L"Format1")->text, L"1 - " + root.AdvancedFormats().Item(1).GetLabel());
+}
+
 TEST_F(EditorTest, RebuildingKeepsTheSelectionAndRaisesNothing) {
     Click(L"FormatDef");
     editor->BuildTree();
     EXPECT_EQ(Get<controls::Tree>(L"tvw").SelectedKey(), L"FormatDef");
-    EXPECT_EQ(Get<controls::Tree>(L"tvw").Nodes().size(), 2u);
-    Get<controls::Tree>(L"tvw").AddNode({}, L"Code7", L"gone soon");
-    Get<controls::Tree>(L"tvw").SetSelectedKey(L"Code7");
+    Get<controls::Tree>(L"tvw").AddNode({}, L"Code77", L"gone soon");
+    Get<controls::Tree>(L"tvw").SetSelectedKey(L"Code77");
     editor->BuildTree();
     EXPECT_EQ(Get<controls::Tree>(L"tvw").SelectedKey(), L"") << "a key that is gone is no error";
     EXPECT_TRUE(Boxes().empty());

@@ -1,5 +1,7 @@
 #pragma once
 // The editor over the bench host, loaded as the component loads it; saves are recorded, not run.
+#include <deque>
+
 #include <gtest/gtest.h>
 
 #include "controls/combo_box.h"
@@ -8,6 +10,7 @@
 #include "controls/simple_widgets.h"
 #include "controls/tree.h"
 #include "editor/editor.h"
+#include "model/catalogue.h"
 #include "tests/support/bench.h"
 
 namespace orv::test {
@@ -15,6 +18,7 @@ namespace orv::test {
 struct EditorFixture : testing::Test, editor::Commands {
     Bench bench;
     model::OutFormatConfig root{bench.state};
+    model::ToolItems catalogue{bench.state, root};
     std::unique_ptr<editor::Editor> editor;
     std::vector<bool> saves; ///< the `interactive` of each
     int closes = 0;
@@ -24,13 +28,16 @@ struct EditorFixture : testing::Test, editor::Commands {
     explicit EditorFixture(const sim::SystemDescription& system) : bench(system, {}, 0) {
         bench.Open(3);
         editor = std::make_unique<editor::Editor>(
-            bench.state, [this]() -> model::OutFormatConfig& { return root; }, *this);
+            bench.state, [this]() -> model::OutFormatConfig& { return root; },
+            [this]() -> model::ToolItems& { return catalogue; }, *this);
+        editor->runDialog = [this](controls::Dialog& dialog) { RunDialog(dialog); };
         Load();
     }
 
     void Load() {
         editor->ShowFirstPage();
         root.Reload();
+        model::FillCatalogue(catalogue);
         editor->ValuesRead();
         editor->BuildTree();
         editor->SelectFirstNode();
@@ -42,6 +49,21 @@ struct EditorFixture : testing::Test, editor::Commands {
             whileSaving();
     }
     void CloseAddOn() override { ++closes; }
+
+    /// What the user does in the next dialogs; none left: each is dismissed.
+    std::deque<std::function<void(controls::Dialog&)>> inDialog;
+    void RunDialog(controls::Dialog& dialog) {
+        dialog.Open();
+        dialog.Form().FocusFirst();
+        if (inDialog.empty()) {
+            dialog.Dismiss();
+            return;
+        }
+        const auto act = std::move(inDialog.front());
+        inDialog.pop_front();
+        act(dialog);
+        EXPECT_TRUE(dialog.Closed()) << "the dialog would stand open for ever";
+    }
 
     template <typename T>
     T& Get(const wchar_t* name, int index = controls::Widget::kNoIndex) {
