@@ -28,6 +28,24 @@ void DisableFor(controls::Widget& widget, const std::wstring& hint) {
     widget.SetEnabled(false);
 }
 
+void SetFieldUsable(controls::Widget& widget, const std::wstring& hint, bool present, bool usable,
+                    const std::wstring& reason) {
+    if (!present || !usable) {
+        DisableFor(widget, present ? hint + L": " + reason : hint);
+        return;
+    }
+    widget.SetHint(hint);
+    widget.SetToolTip({});
+    widget.SetEnabled(true);
+}
+
+std::wstring CaptionOf(const std::wstring& label) {
+    std::wstring caption;
+    for (wchar_t c : label)
+        caption.append(c == L'&' ? 2 : 1, c);
+    return caption;
+}
+
 void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32_t number,
                 const device::ControlSetup& setup) {
     std::vector<controls::ComboBox::Entry> entries;
@@ -51,6 +69,12 @@ ChoiceField::ChoiceField(Context& context, controls::Widget& parent, const std::
 
 void ChoiceField::SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup) {
     SetUpCombo(*box_, meaning, number, setup);
+    hint_ = box_->Hint();
+    present_ = setup.present;
+}
+
+void ChoiceField::SetUsable(bool usable, const std::wstring& reason) {
+    SetFieldUsable(*box_, hint_, present_, usable, reason);
 }
 
 void ChoiceField::SetVisible(bool visible) {
@@ -105,11 +129,13 @@ void NumberField::SetUp(const std::wstring& meaning, std::int32_t number, const 
     meaning_ = meaning;
     box_->SetRange(least, greatest);
     box_->SetAccessibleName(meaning);
-    box_->SetToolTip({});
-    box_->SetHint(FieldHint(meaning, number, limited));
-    box_->SetEnabled(true);
-    if (!setup.present)
-        DisableFor(*box_, box_->Hint());
+    hint_ = FieldHint(meaning, number, limited);
+    present_ = setup.present;
+    SetUsable(true);
+}
+
+void NumberField::SetUsable(bool usable, const std::wstring& reason) {
+    SetFieldUsable(*box_, hint_, present_, usable, reason);
 }
 
 void NumberField::SetVisible(bool visible) {

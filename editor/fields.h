@@ -23,6 +23,13 @@ void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32
 /// Says, in hint and tool tip, why a field cannot be used, and disables it.
 void DisableFor(controls::Widget& widget, const std::wstring& hint);
 
+/// Off with the reason behind the hint's own words, or on again if the device has the parameter.
+void SetFieldUsable(controls::Widget& widget, const std::wstring& hint, bool present, bool usable,
+                    const std::wstring& reason);
+
+/// A device's label as a caption: its "&" marks no access key.
+std::wstring CaptionOf(const std::wstring& label);
+
 /// A list with its label: `cbo…` and `lbl…`.
 class ChoiceField {
   public:
@@ -40,8 +47,12 @@ class ChoiceField {
     /// A value that the list lacks is shown under its own number.
     void Show(std::int32_t value) { box_->SelectData(value); }
     void SetVisible(bool visible);
+    /// Off with the reason, or on again if the device has the parameter.
+    void SetUsable(bool usable, const std::wstring& reason = {});
 
   private:
+    std::wstring hint_; ///< while it can be used
+    bool present_ = false;
     controls::Label* label_;
     controls::ComboBox* box_;
 };
@@ -66,6 +77,8 @@ class NumberField {
                Number greatest);
     void Show(Number value) { box_->SetValue(value); }
     void SetVisible(bool visible);
+    /// Off with the reason, or on again if the device has the parameter.
+    void SetUsable(bool usable, const std::wstring& reason = {});
     bool CommitPending();
 
   private:
@@ -75,6 +88,8 @@ class NumberField {
     Context& context_;
     std::wstring name_;
     std::wstring meaning_;
+    std::wstring hint_; ///< while it can be used
+    bool present_ = false;
     Store store_;
     bool stepping_ = false;
     controls::Label* label_;

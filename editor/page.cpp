@@ -19,6 +19,7 @@ void Page::Open(int index) {
 }
 
 void Page::Layout(const controls::TextMeasure& measure) {
+    BeforeLayout(measure);
     if (layout_)
         controls::LayoutPage(frame_, *layout_, measure);
 }

@@ -33,6 +33,8 @@ class Page {
     /// Lists, lengths and labels from the device description.
     virtual void SetUp() = 0;
     virtual void Fill() = 0;
+    /// The frame has its bounds, nothing on it has: for what takes the form that the width allows.
+    virtual void BeforeLayout(const controls::TextMeasure& /*measure*/) {}
     /// Of the object shown, as Open was told.
     int Index() const { return index_; }
     void SetIndex(int index) { index_ = index; }
