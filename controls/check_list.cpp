@@ -112,6 +112,8 @@ KeyOutcome CheckList::HandleKey(const KeyEvent& key) {
     case Key::Space:
         return Typed(L' ');
     case Key::Return:
+        if (!onActivate) // a dialog's default button has a use for it
+            return KeyOutcome::NotHandled;
         Activate(selected_);
         return KeyOutcome::Handled;
     default:
