@@ -88,7 +88,8 @@ Size ComboBox::MinimumSize(const TextMeasure& measure) const {
         widest = std::max(widest, measure.Width(entry.text));
     // A long choice must not push the page apart; the opened list shows it whole.
     widest = std::min(widest, measure.Scale(180));
-    return {widest + measure.Scale(28), std::max(measure.LineHeight() + measure.Scale(8), measure.Scale(22))};
+    const int width = width_ > 0 ? measure.Scale(width_) : widest + measure.Scale(28);
+    return {width, std::max(measure.LineHeight() + measure.Scale(8), measure.Scale(22))};
 }
 
 } // namespace orv::controls

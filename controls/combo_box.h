@@ -37,6 +37,8 @@ class ComboBox : public Widget {
     void SetDropped(bool dropped) { dropped_ = dropped; }
 
     KeyOutcome HandleKey(const KeyEvent& key) override;
+    /// How wide it wants to be at 96 dots an inch, whatever its entries; 0: as they need.
+    void SetWidth(int width) { width_ = width; }
     Size MinimumSize(const TextMeasure& measure) const override;
 
     std::function<void()> onClick;
@@ -46,6 +48,7 @@ class ComboBox : public Widget {
 
     std::vector<Entry> entries_;
     int selected_ = -1;
+    int width_ = 0;
     bool dropped_ = false;
 };
 

@@ -60,6 +60,8 @@ Size Toolbar::MinimumSize(const TextMeasure& measure) const {
     if (buttonWidth_ == 0)
         for (const Button& button : buttons_)
             width = std::max(width, measure.Width(button.caption) + measure.Scale(kPicture + 3 * kMargin));
+    if (buttonWidth_ == 0 && columnLimit_ > 0)
+        width = std::min(width, measure.Scale(columnLimit_));
     cell_ = {std::max(1, width), std::max(measure.LineHeight() + measure.Scale(8), measure.Scale(kButtonHeight))};
     const int columns = buttonWidth_ == 0 ? 1 : leastColumns_;
     const int rows = (std::max(1, static_cast<int>(buttons_.size())) + columns - 1) / columns;

@@ -45,6 +45,8 @@ class Toolbar : public Widget {
 
     /// At 96 dots an inch; 0 makes a single column as wide as the toolbar.
     void SetButtonWidth(int width) { buttonWidth_ = width; }
+    /// A single column asks for no more than this, at 96 dots an inch; captions are cut then, and shown as tips.
+    void SetColumnLimit(int width) { columnLimit_ = width; }
     /// So many stand beside each other when there is no more room than the least.
     void SetLeastColumns(int columns) { leastColumns_ = columns; }
     /// Remembers the size of a button for the calls below.
@@ -95,6 +97,7 @@ class Toolbar : public Widget {
     std::vector<Button> buttons_;
     bool palette_ = false;
     int buttonWidth_ = 0;
+    int columnLimit_ = 0; ///< 0: none
     int leastColumns_ = 1;
     mutable Size cell_{1, 1}; ///< layout asks for the least size before it places; the arrows need it later on
     int current_ = -1;
