@@ -76,11 +76,11 @@ bool PictureList::CanDo(Command command) const {
         return false;
     switch (command) {
     case Command::MoveUp:
-        return row > 0;
+        return onMove && row > 0;
     case Command::MoveDown:
-        return row + 1 < core_.Count();
+        return onMove && row + 1 < core_.Count();
     default:
-        return true;
+        return onDelete != nullptr;
     }
 }
 
@@ -127,7 +127,8 @@ void PictureList::PointTo(Point at) {
         CancelDrag();
         return;
     }
-    Mirrored([&] { core_.MoveTo(at); });
+    if (onMove)
+        Mirrored([&] { core_.MoveTo(at); });
 }
 
 void PictureList::Release(Point at) {

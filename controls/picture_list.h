@@ -11,7 +11,8 @@
 
 namespace orv::controls {
 
-/// The list never changes its rows: it says what is asked for, and whoever fills it fills it anew.
+/// The list never changes its rows: it says what is asked for, and whoever fills it fills it anew. Without onMove rows
+/// are not dragged, without onDelete not deleted: a list to look at.
 class PictureList : public Widget, public DropTarget {
   public:
     struct Row {

@@ -1,6 +1,9 @@
 #include "editor/format_def_page.h"
 
+#include "editor/export_command.h"
+#include "editor/node_key.h"
 #include "editor/output_segments.h"
+#include "model/tree_labels.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -14,6 +17,13 @@ constexpr std::int32_t kAdvanced = 330;
 constexpr std::int32_t kHeader = 6;
 constexpr std::int32_t kTerminator = 7;
 constexpr std::int32_t kSeparator = 82;
+
+std::wstring OverviewText(const model::AdvancedFormat& format) {
+    const std::int32_t items = format.OutItems().Count();
+    std::wstring text = format.GetLabel() + L"   " + std::to_wstring(items);
+    text += Load(items == 1 ? Id::AdvFormatOneItem : Id::AdvFormatItems);
+    return format.Transports() == 0 ? text + Load(Id::AdvFormatNotSent) : text;
+}
 
 } // namespace
 
@@ -29,25 +39,36 @@ FormatDefPage::FormatDefPage(Context& context)
                           [this](const std::wstring& text) { context_.root().StandardFormat().CodeSeparator(text); })),
       terminator_(AddField(L"mbeTerminator", Id::Terminator,
                            [this](const std::wstring& text) { context_.root().StandardFormat().Terminator(text); })),
-      output_(fraStdFormat_.Add<OutputStrip>(L"stdOutput")) {
+      output_(fraStdFormat_.Add<OutputStrip>(L"stdOutput")),
+      fraAdvFormats_(frame_.Add<controls::Frame>(L"fraAdvFormats")),
+      plsFormats_(fraAdvFormats_.Add<controls::PictureList>(L"plsFormats")),
+      cmdExport_(fraAdvFormats_.Add<controls::Button>(L"cmdExport")) {
     AddFormatKind();
     fraStdFormat_.SetCaption(Load(Id::StandardFormatFrame));
     fraStdFormat_.SetGroupBox(true);
     output_.SetCaption(Load(Id::Output));
     output_.SetAccessibleName(Load(Id::OutputStripName));
+    AddOverview();
+    auto kinds = controls::Row(
+        controls::Boxed(Cell(optStdFormat_), Cell(optAdvFormat_), controls::Spring(controls::Grow::Across)), 24);
+    auto standard = controls::Column(controls::Boxed(StandardFields(), Cell(output_, controls::Grow::Across)));
+    auto overview = controls::Column(
+        controls::Boxed(Cell(plsFormats_, controls::Grow::Both),
+                        controls::Row(controls::Boxed(controls::Spring(controls::Grow::Across), Cell(cmdExport_)))));
+    layout_ = controls::Column(controls::Boxed(controls::Group(fraFormatKind_, std::move(kinds), 2),
+                                               controls::Group(fraStdFormat_, std::move(standard)),
+                                               controls::Group(fraAdvFormats_, std::move(overview))));
+    ShowOutput();
+}
+
+controls::LayoutPtr FormatDefPage::StandardFields() {
     auto fields = std::make_unique<controls::Grid>(4);
     for (MBField* field : {header_.get(), separator_.get(), terminator_.get()}) {
         field->Box().onShown = [this] { ShowOutput(); };
         fields->Add(Cell(field->Label())).Add(Cell(field->Box(), controls::Grow::Across));
         fields->Add(Cell(field->Names())).Add(Cell(field->Count()));
     }
-    auto kinds = controls::Row(
-        controls::Boxed(Cell(optStdFormat_), Cell(optAdvFormat_), controls::Spring(controls::Grow::Across)), 24);
-    auto standard = controls::Column(controls::Boxed(std::move(fields), Cell(output_, controls::Grow::Across)));
-    layout_ = controls::Column(controls::Boxed(controls::Group(fraFormatKind_, std::move(kinds), 2),
-                                               controls::Group(fraStdFormat_, std::move(standard)),
-                                               controls::Spring(controls::Grow::Down)));
-    ShowOutput();
+    return fields;
 }
 
 std::unique_ptr<MBField> FormatDefPage::AddField(const wchar_t* name, Id caption, MBField::Store store) {
@@ -64,11 +85,30 @@ void FormatDefPage::AddFormatKind() {
     optAdvFormat_.onClick = [this] { ChooseKind(L"optAdvFormat_Click", true); };
 }
 
+void FormatDefPage::AddOverview() {
+    fraAdvFormats_.SetCaption(Load(Id::AdvFormatsFrame));
+    fraAdvFormats_.SetGroupBox(true);
+    plsFormats_.SetAccessibleName(fraAdvFormats_.PlainCaption());
+    plsFormats_.SetEmptyText(Load(Id::AdvFormatsNone));
+    plsFormats_.onActivate = [this](int position) {
+        context_.Handle(L"plsFormats_DblClick", [&] { OpenFormat(position); });
+    };
+    cmdExport_.SetCaption(Load(Id::ButtonExport));
+    cmdExport_.SetHint(Load(Id::HintExport));
+    cmdExport_.onClick = [this] {
+        context_.Handle(L"cmdExport_Click", [this] {
+            if (CommitPending())
+                ExportFormats(context_);
+        });
+    };
+}
+
 void FormatDefPage::ChooseKind(const wchar_t* handler, bool advanced) {
     context_.Handle(handler, [this, advanced] {
         context_.root().Advanced(advanced);
         context_.changed();
         context_.rebuildTree();
+        ShowOverview();
     });
 }
 
@@ -91,6 +131,23 @@ void FormatDefPage::Fill() {
     header_->Show(root.StandardFormat().Header());
     separator_->Show(root.StandardFormat().CodeSeparator());
     terminator_->Show(root.StandardFormat().Terminator());
+    ShowOverview();
+}
+
+void FormatDefPage::ShowOverview() {
+    const model::OutFormatConfig& root = context_.root();
+    const bool inUse = model::ShowsFormats(root);
+    std::vector<controls::PictureList::Row> rows;
+    for (const model::AdvancedFormat& format : root.AdvancedFormats())
+        rows.push_back({FormatKey(format.Index()), {}, OverviewText(format), {}, !inUse});
+    plsFormats_.SetRows(std::move(rows));
+    plsFormats_.SetHint(Load(inUse ? Id::HintAdvFormats : Id::HintAdvFormatsUnused));
+}
+
+void FormatDefPage::OpenFormat(int position) {
+    // Only a format that is in use has a node to go to.
+    if (model::ShowsFormats(context_.root()))
+        context_.jumpTo(FormatKey(position));
 }
 
 void FormatDefPage::ShowOutput() {
@@ -105,10 +162,7 @@ void FormatDefPage::ShowOutput() {
 }
 
 bool FormatDefPage::CommitPending() {
-    bool stored = true;
-    for (MBField* field : {header_.get(), separator_.get(), terminator_.get()})
-        stored = field->CommitPending() && stored;
-    return stored;
+    return CommitAll(*header_, *separator_, *terminator_);
 }
 
 } // namespace orv::editor

@@ -1,8 +1,9 @@
 #pragma once
-// Page of the formats root: which kind of format is in use, and the standard format.
+// Page of the formats root: which kind of format is in use, the standard format, and what the advanced ones hold.
 #include <memory>
 
 #include "controls/output_strip.h"
+#include "controls/picture_list.h"
 #include "editor/fields.h"
 #include "editor/page.h"
 #include "text/texts.h"
@@ -21,8 +22,12 @@ class FormatDefPage : public Page {
   private:
     std::unique_ptr<MBField> AddField(const wchar_t* name, text::Id caption, MBField::Store store);
     void AddFormatKind();
+    void AddOverview();
+    controls::LayoutPtr StandardFields();
     void ChooseKind(const wchar_t* handler, bool advanced);
     void ShowOutput();
+    void ShowOverview();
+    void OpenFormat(int position);
 
     controls::Frame& fraFormatKind_;
     controls::OptionButton& optStdFormat_;
@@ -32,6 +37,9 @@ class FormatDefPage : public Page {
     std::unique_ptr<MBField> separator_;
     std::unique_ptr<MBField> terminator_;
     controls::OutputStrip& output_;
+    controls::Frame& fraAdvFormats_;
+    controls::PictureList& plsFormats_;
+    controls::Button& cmdExport_;
 };
 
 } // namespace orv::editor

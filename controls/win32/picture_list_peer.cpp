@@ -274,7 +274,7 @@ POINT PictureListPeer::MenuPlace(LPARAM lparam) const {
 }
 
 void PictureListPeer::RunMenu(LPARAM lparam) {
-    if (list_.Selected() < 0)
+    if (list_.Selected() < 0 || !(list_.onMove || list_.onDelete))
         return;
     const platform::win32::OwnedMenu menu(CreatePopupMenu());
     Append(menu.Get(), PictureList::Command::MoveUp, text::Id::MenuMoveUp, list_);

@@ -17,6 +17,12 @@ struct LayoutCase {
 };
 
 struct EditorLayoutTest : test::EditorFixture {
+    EditorLayoutTest() {
+        root.Codes().Combination(model::kCombinationByExpression);
+        root.Codes().Groups().ParseExpression(L"1|7&[1]");
+        root.Advanced(true);
+        editor->BuildTree();
+    }
     /// Children of one parent neither overlap nor stand outside; nothing is smaller than it needs.
     void CheckBelow(const Widget& parent, const Size& area, const controls::TextMeasure& font) {
         std::vector<const Widget*> seen;
@@ -55,7 +61,7 @@ TEST_F(EditorLayoutTest, NothingOverlapsOrIsCutAtAnySize) {
         SCOPED_TRACE(std::to_string(c.client.width) + " at " + std::to_string(c.percent));
         const test::FixedFont font(c.percent);
         editor->Layout(c.client, font);
-        for (const wchar_t* key : {L"CodeDef", L"FormatDef"}) {
+        for (const wchar_t* key : {L"CodeDef", L"Group1", L"FormatDef"}) {
             Click(key);
             CheckBelow(editor->Root(), c.client, font);
         }
@@ -96,7 +102,7 @@ TEST_F(EditorLayoutTest, TheShortCaptionServesWhereTheLongOneHasNoRoom) {
 }
 
 TEST_F(EditorLayoutTest, AccessKeysAreUniqueOnEachPage) {
-    for (const wchar_t* key : {L"CodeDef", L"FormatDef"}) {
+    for (const wchar_t* key : {L"CodeDef", L"Group1", L"FormatDef"}) {
         Click(key);
         std::set<wchar_t> used;
         const std::function<void(const Widget&)> collect = [&](const Widget& widget) {

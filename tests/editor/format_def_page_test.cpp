@@ -1,3 +1,4 @@
+#include "controls/picture_list.h"
 #include "fixture.h"
 
 namespace orv::editor {
@@ -60,6 +61,52 @@ TEST_F(FormatDefPageTest, TheFormatKindIsStoredOnceItIsChosen) {
     EXPECT_EQ(Get<controls::Tree>(L"tvw").SelectedKey(), L"FormatDef");
     Get<controls::OptionButton>(L"optStdFormat").Choose();
     EXPECT_FALSE(root.Advanced());
+}
+
+struct OverviewTest : FormatDefPageTest {
+    OverviewTest() : FormatDefPageTest(test::Sample("conveyor.json")) {}
+    controls::PictureList& List() { return Get<controls::PictureList>(L"plsFormats"); }
+    std::wstring Text(std::size_t row) { return List().Rows()[row].caption; }
+    std::wstring Selected() { return Get<controls::Tree>(L"tvw").SelectedKey(); }
+};
+
+TEST_F(OverviewTest, ListsEachFormatWithWhereItGoesAndHowMuchItHolds) {
+    auto& formats = root.AdvancedFormats();
+    ASSERT_EQ(List().Rows().size(), static_cast<std::size_t>(formats.Count()));
+    formats.Item(1).Transports(5);
+    formats.Item(2).Transports(0);
+    while (formats.Item(1).OutItems().Count() > 1)
+        formats.Item(1).OutItems().Remove(1);
+    while (formats.Item(2).OutItems().Count() > 0)
+        formats.Item(2).OutItems().Remove(1);
+    Click(L"FormatDef");
+    EXPECT_EQ(Text(0), formats.Item(1).GetLabel() + L"   1 item");
+    EXPECT_NE(Text(0).find(L","), std::wstring::npos) << "two transports";
+    EXPECT_EQ(Text(1), L"(None)   0 items, not sent anywhere");
+    formats.Item(2).Transports(static_cast<std::int32_t>(0x80000000U));
+    Click(L"FormatDef");
+    EXPECT_EQ(Text(1).find(L"not sent"), std::wstring::npos);
+}
+
+TEST_F(OverviewTest, OpensAFormatWhileFormatsAreInUse) {
+    EXPECT_FALSE(List().Rows()[0].greyed);
+    editor->Form().SetFocus(List());
+    editor->Form().RouteKey({.key = controls::Key::End});
+    editor->Form().RouteKey({.key = controls::Key::Home});
+    editor->Form().RouteKey({.key = controls::Key::Down});
+    editor->Form().RouteKey({.key = controls::Key::Return});
+    EXPECT_EQ(Selected(), L"Format2");
+    EXPECT_TRUE(Visible(L"fraAdvFormat"));
+    Click(L"FormatDef");
+    Get<controls::OptionButton>(L"optStdFormat").Choose();
+    EXPECT_TRUE(List().Rows()[0].greyed);
+    EXPECT_EQ(List().Selected(), 1);
+    editor->Form().SetFocus(List());
+    editor->Form().RouteKey({.key = controls::Key::Return});
+    EXPECT_EQ(Selected(), L"FormatDef") << "there is no node to go to";
+    EXPECT_TRUE(Boxes().empty());
+    Get<controls::OptionButton>(L"optAdvFormat").Choose();
+    EXPECT_FALSE(List().Rows()[0].greyed);
 }
 
 struct LongHeaderTest : FormatDefPageTest {
