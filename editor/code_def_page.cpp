@@ -1,5 +1,6 @@
 #include "editor/code_def_page.h"
 
+#include "editor/code_parts.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -8,9 +9,13 @@ namespace {
 using text::Id;
 using text::Load;
 
+constexpr std::int32_t kNoReadText = 9;
+constexpr std::int32_t kNoReadMessage = 14;
+constexpr std::int32_t kMultipleReadMessage = 15;
+constexpr std::int32_t kMultipleReadText = 16;
+constexpr std::int32_t kGlobNoRead = 372;
 constexpr std::int32_t kCodeID = 399;
 constexpr std::int32_t kFirstCustomCodeID = 400;
-constexpr std::int32_t kGlobNoRead = 372;
 constexpr std::int32_t kSymbology = 2;
 constexpr std::int32_t kUserDefined = 2;
 constexpr int kNoSuchIdentifier = 8;
@@ -19,22 +24,70 @@ constexpr std::size_t kCustomColumns = 3;
 } // namespace
 
 CodeDefPage::CodeDefPage(Context& context)
-    : Page(context, L"fraCodeDef", Load(Id::NodeCodes)), lblCodeID_(frame_.Add<controls::Label>(L"lblCodeID")),
-      cboCodeID_(frame_.Add<controls::ComboBox>(L"cboCodeID")),
-      lblGlobNoRead_(frame_.Add<controls::Label>(L"lblGlobNoRead")),
-      cboGlobNoRead_(frame_.Add<controls::ComboBox>(L"cboGlobNoRead")),
+    : Page(context, L"fraCodeDef", Load(Id::NodeCodes)), combination_(context, frame_, [this] { Fill(); }),
+      fraReadMessages_(frame_.Add<controls::Frame>(L"fraReadMessages")),
+      noRead_(context, fraReadMessages_, L"cboNoReadMsg",
+              [this](std::int32_t value) {
+                  context_.root().Codes().NoReadMessage(value);
+                  EnableTexts();
+              }),
+      noReadText_(context, fraReadMessages_, L"mbeNoReadStr", controls::Widget::kNoIndex, false,
+                  [this](const std::wstring& text) { context_.root().Codes().NoReadString(text); }),
+      multipleRead_(context, fraReadMessages_, L"cboMultiReadMsg",
+                    [this](std::int32_t value) {
+                        context_.root().Codes().MultiReadMessage(value);
+                        EnableTexts();
+                    }),
+      multipleReadText_(context, fraReadMessages_, L"mbeMultiReadStr", controls::Widget::kNoIndex, false,
+                        [this](const std::wstring& text) { context_.root().Codes().MultiReadString(text); }),
+      globalNoRead_(context, fraReadMessages_, L"cboGlobNoRead",
+                    [this](std::int32_t value) { context_.root().GlobNoReadMsgType(value); }),
+      codeID_(context, frame_, L"cboCodeID",
+              [this](std::int32_t value) {
+                  context_.root().CodeID(value);
+                  EnableCustomFrame(value);
+              }),
       fraCustomCodeID_(frame_.Add<controls::Frame>(L"fraCustomCodeID")) {
-    lblCodeID_.SetCaption(Load(Id::CodeIdentifier));
-    lblGlobNoRead_.SetCaption(Load(Id::GlobalNoRead));
+    AddMessages();
+    AddIdentifiers();
+    AddCustomBoxes();
+    layout_ = MakeLayout();
+}
+
+void CodeDefPage::AddMessages() {
+    fraReadMessages_.SetCaption(Load(Id::ReadMessages));
+    fraReadMessages_.SetGroupBox(true);
+    noRead_.Label().SetCaption(Load(Id::NoRead));
+    noReadText_.Label().SetCaption(Load(Id::NoReadText));
+    multipleRead_.Label().SetCaption(Load(Id::MultipleRead));
+    multipleReadText_.Label().SetCaption(Load(Id::MultipleReadText));
+    globalNoRead_.Label().SetCaption(Load(Id::GlobalNoRead));
+}
+
+void CodeDefPage::AddIdentifiers() {
+    codeID_.Label().SetCaption(Load(Id::CodeIdentifier));
     fraCustomCodeID_.SetCaption(Load(Id::CustomIdentifiers));
     fraCustomCodeID_.SetGroupBox(true);
-    AddCustomBoxes();
-    AddHandlers();
-    auto choices = std::make_unique<controls::Grid>(3);
-    choices->Add(Cell(lblCodeID_)).Add(Cell(cboCodeID_)).Add(controls::Spring(controls::Grow::Across));
-    choices->Add(Cell(lblGlobNoRead_)).Add(Cell(cboGlobNoRead_));
-    layout_ = controls::Column(controls::Boxed(std::move(choices), controls::Group(fraCustomCodeID_, CustomGrid()),
-                                               controls::Spring(controls::Grow::Down)));
+}
+
+controls::LayoutPtr CodeDefPage::MakeLayout() {
+    auto identifier = controls::Row(
+        controls::Boxed(Cell(codeID_.Label()), Cell(codeID_.Box()), controls::Spring(controls::Grow::Across)));
+    return controls::Column(controls::Boxed(combination_.Layout(), controls::Group(fraReadMessages_, MessageGrid()),
+                                            std::move(identifier), controls::Group(fraCustomCodeID_, CustomGrid()),
+                                            controls::Spring(controls::Grow::Down)));
+}
+
+controls::LayoutPtr CodeDefPage::MessageGrid() {
+    auto grid = std::make_unique<controls::Grid>(5);
+    const auto add = [&grid](ChoiceField& choice, MBField& text) {
+        grid->Add(Cell(choice.Label())).Add(Cell(choice.Box())).Add(Cell(text.Label()));
+        grid->Add(Cell(text.Box(), controls::Grow::Across)).Add(Cell(text.Names()));
+    };
+    add(noRead_, noReadText_);
+    add(multipleRead_, multipleReadText_);
+    grid->Add(Cell(globalNoRead_.Label())).Add(Cell(globalNoRead_.Box()));
+    return grid;
 }
 
 void CodeDefPage::AddCustomBoxes() {
@@ -48,23 +101,6 @@ void CodeDefPage::AddCustomBoxes() {
         field->Label().SetCaption(Load(Id::IdentifierPrefix) + std::to_wstring(id));
         boxes_.push_back({id, std::move(field), {}, {}});
     }
-}
-
-void CodeDefPage::AddHandlers() {
-    cboCodeID_.onClick = [this] {
-        context_.Handle(L"cboCodeID_Click", [this] {
-            const std::int32_t value = cboCodeID_.SelectedData();
-            context_.root().CodeID(value);
-            EnableCustomFrame(value);
-            context_.changed();
-        });
-    };
-    cboGlobNoRead_.onClick = [this] {
-        context_.Handle(L"cboGlobNoRead_Click", [this] {
-            context_.root().GlobNoReadMsgType(cboGlobNoRead_.SelectedData());
-            context_.changed();
-        });
-    };
 }
 
 controls::LayoutPtr CodeDefPage::CustomGrid() {
@@ -84,11 +120,21 @@ controls::LayoutPtr CodeDefPage::CustomGrid() {
 }
 
 void CodeDefPage::SetUp() {
-    device::ParameterAccess access = context_.Access();
-    SetUpCombo(cboCodeID_, lblCodeID_.PlainCaption(), kCodeID, access.SetupFor(kCodeID));
-    SetUpCombo(cboGlobNoRead_, lblGlobNoRead_.PlainCaption(), kGlobNoRead, access.SetupFor(kGlobNoRead));
+    combination_.SetUp();
+    SetUpMessages();
     for (CustomBox& box : boxes_)
         SetUpCustomBox(box);
+    layout_ = MakeLayout(); // another device may have other combinations
+}
+
+void CodeDefPage::SetUpMessages() {
+    device::ParameterAccess access = context_.Access();
+    noRead_.SetUp(Load(Id::HintNoReadMessage), kNoReadMessage, access.SetupFor(kNoReadMessage));
+    noReadText_.SetUp(Load(Id::HintNoReadText), kNoReadText, access.SetupFor(kNoReadText));
+    multipleRead_.SetUp(Load(Id::HintMultipleReadMessage), kMultipleReadMessage, access.SetupFor(kMultipleReadMessage));
+    multipleReadText_.SetUp(Load(Id::HintMultipleReadText), kMultipleReadText, access.SetupFor(kMultipleReadText));
+    globalNoRead_.SetUp(globalNoRead_.Label().PlainCaption(), kGlobNoRead, access.SetupFor(kGlobNoRead));
+    codeID_.SetUp(codeID_.Label().PlainCaption(), kCodeID, access.SetupFor(kCodeID));
 }
 
 void CodeDefPage::SetUpCustomBox(CustomBox& box) {
@@ -98,18 +144,20 @@ void CodeDefPage::SetUpCustomBox(CustomBox& box) {
         label = Load(Id::IdentifierPrefix) + std::to_wstring(box.identifier);
     box.meaning = Load(Id::CustomIdentifier) + L" " + label;
     box.setup = access.SetupFor(kFirstCustomCodeID + box.identifier);
-    // A device's label is no caption of ours: its "&" marks no access key.
-    std::wstring caption;
-    for (wchar_t c : label)
-        caption.append(c == L'&' ? 2 : 1, c);
-    box.field->Label().SetCaption(caption);
+    box.field->Label().SetCaption(CaptionOf(label));
     box.field->SetUp(box.meaning, kFirstCustomCodeID + box.identifier, box.setup);
 }
 
 void CodeDefPage::Fill() {
     model::OutFormatConfig& root = context_.root();
-    cboCodeID_.SelectData(root.CodeID());
-    cboGlobNoRead_.SelectData(root.GlobNoReadMsgType());
+    combination_.Fill();
+    noRead_.Show(root.Codes().NoReadMessage());
+    noReadText_.Show(root.Codes().NoReadString());
+    multipleRead_.Show(root.Codes().MultiReadMessage());
+    multipleReadText_.Show(root.Codes().MultiReadString());
+    globalNoRead_.Show(root.GlobNoReadMsgType());
+    codeID_.Show(root.CodeID());
+    EnableTexts();
     for (CustomBox& box : boxes_)
         FillCustomBox(box);
     EnableCustomFrame(root.CodeID());
@@ -122,12 +170,19 @@ void CodeDefPage::FillCustomBox(CustomBox& box) {
     field.SetUsable(defined, box.meaning + L": " + Load(Id::NeverDefined));
 }
 
+void CodeDefPage::EnableTexts() {
+    const model::Codes& codes = context_.root().Codes();
+    noReadText_.SetUsable(UsesNoReadText(codes), Load(Id::HintNoReadText) + L": " + Load(Id::ReasonNoReadText));
+    multipleReadText_.SetUsable(UsesMultipleReadText(codes),
+                                Load(Id::HintMultipleReadText) + L": " + Load(Id::ReasonMultipleReadText));
+}
+
 void CodeDefPage::EnableCustomFrame(std::int32_t codeID) {
     fraCustomCodeID_.SetEnabled(codeID == kUserDefined);
 }
 
 bool CodeDefPage::CommitPending() {
-    bool stored = true;
+    bool stored = CommitAll(noReadText_, multipleReadText_);
     for (CustomBox& box : boxes_)
         stored = box.field->CommitPending() && stored;
     return stored;

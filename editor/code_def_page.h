@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "controls/combo_box.h"
+#include "editor/code_combination.h"
 #include "editor/fields.h"
 #include "editor/page.h"
 
@@ -26,17 +26,26 @@ class CodeDefPage : public Page {
         device::ControlSetup setup;
     };
 
+    void AddMessages();
+    void AddIdentifiers();
     void AddCustomBoxes();
-    void AddHandlers();
+    controls::LayoutPtr MakeLayout();
+    controls::LayoutPtr MessageGrid();
     controls::LayoutPtr CustomGrid();
+    void SetUpMessages();
     void SetUpCustomBox(CustomBox& box);
     void FillCustomBox(CustomBox& box);
+    void EnableTexts();
     void EnableCustomFrame(std::int32_t codeID);
 
-    controls::Label& lblCodeID_;
-    controls::ComboBox& cboCodeID_;
-    controls::Label& lblGlobNoRead_;
-    controls::ComboBox& cboGlobNoRead_;
+    CodeCombination combination_;
+    controls::Frame& fraReadMessages_;
+    ChoiceField noRead_;
+    MBField noReadText_;
+    ChoiceField multipleRead_;
+    MBField multipleReadText_;
+    ChoiceField globalNoRead_;
+    ChoiceField codeID_;
     controls::Frame& fraCustomCodeID_;
     std::vector<CustomBox> boxes_;
 };

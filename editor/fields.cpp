@@ -92,7 +92,7 @@ NumberField::NumberField(Context& context, controls::Widget& parent, const std::
         stepping_ = true;
         box_->Commit();
     };
-    box_->onRefused = [this] { Refused(); };
+    box_->onRefused = [this] { Refuse(); };
 }
 
 bool NumberField::Accept(Number number) {
@@ -110,7 +110,7 @@ bool NumberField::Accept(Number number) {
     return taken;
 }
 
-void NumberField::Refused() {
+void NumberField::Refuse() {
     context_.refuse(meaning_ + Load(Id::MustBe) + std::to_wstring(box_->Least()) + Load(Id::HintTo) +
                     std::to_wstring(box_->Greatest()));
 }

@@ -80,10 +80,11 @@ class NumberField {
     /// Off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
     bool CommitPending();
+    /// Says what the number must be.
+    void Refuse();
 
   private:
     bool Accept(Number number);
-    void Refused();
 
     Context& context_;
     std::wstring name_;
