@@ -11,7 +11,7 @@ using text::Load;
 
 constexpr std::int32_t kFirstReadingMode = 3013;
 constexpr int kNoPadding = 0;
-constexpr std::size_t kReadingModeColumns = 4;
+constexpr std::size_t kReadingModeColumns = 2;
 
 } // namespace
 

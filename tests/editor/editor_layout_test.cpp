@@ -61,7 +61,7 @@ TEST_F(EditorLayoutTest, NothingOverlapsOrIsCutAtAnySize) {
         SCOPED_TRACE(std::to_string(c.client.width) + " at " + std::to_string(c.percent));
         const test::FixedFont font(c.percent);
         editor->Layout(c.client, font);
-        for (const wchar_t* key : {L"CodeDef", L"Group1", L"FormatDef"}) {
+        for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef"}) {
             Click(key);
             CheckBelow(editor->Root(), c.client, font);
         }
@@ -102,7 +102,7 @@ TEST_F(EditorLayoutTest, TheShortCaptionServesWhereTheLongOneHasNoRoom) {
 }
 
 TEST_F(EditorLayoutTest, AccessKeysAreUniqueOnEachPage) {
-    for (const wchar_t* key : {L"CodeDef", L"Group1", L"FormatDef"}) {
+    for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef"}) {
         Click(key);
         std::set<wchar_t> used;
         const std::function<void(const Widget&)> collect = [&](const Widget& widget) {
@@ -118,6 +118,35 @@ TEST_F(EditorLayoutTest, AccessKeysAreUniqueOnEachPage) {
     }
     EXPECT_EQ(Button(L"cmdOK").AccessKey(), 0);
     EXPECT_EQ(Button(L"cmdCancel").AccessKey(), 0);
+}
+
+TEST_F(EditorLayoutTest, EveryCodeTypeFitsWithAccessKeysOfItsOwn) {
+    root.Codes().Combination(1); // both strings of the code are there
+    for (const LayoutCase& c :
+         {LayoutCase{{640, 480}, 100}, LayoutCase{{640, 480}, 200}, LayoutCase{{1600, 1000}, 150}}) {
+        const test::FixedFont font(c.percent);
+        editor->Layout(c.client, font);
+        int lengthAt = -1;
+        for (std::int32_t type = 0; type <= 18; ++type) {
+            SCOPED_TRACE(std::to_string(type) + " at " + std::to_string(c.percent));
+            root.Codes().Code(1)->CodeType(type);
+            Click(L"Code1");
+            CheckBelow(editor->Root(), c.client, font);
+            const int at = editor->Root().Find(L"fraLength")->Bounds().y;
+            EXPECT_TRUE(lengthAt == at || type == 0) << "nothing permanent moves";
+            lengthAt = at;
+            std::multiset<wchar_t> used;
+            const std::function<void(const Widget&)> collect = [&](const Widget& widget) {
+                if (widget.AccessKey() != 0 && widget.EffectivelyVisible())
+                    used.insert(widget.AccessKey());
+                for (const auto& child : widget.Children())
+                    collect(*child);
+            };
+            collect(editor->Root());
+            for (wchar_t letter : used)
+                EXPECT_EQ(used.count(letter), 1u) << static_cast<char>(letter);
+        }
+    }
 }
 
 } // namespace
