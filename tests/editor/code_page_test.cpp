@@ -326,10 +326,8 @@ TEST_F(CodePageTest, AFailingHandlerIsShownUnderItsName) {
     std::wstring all;
     for (const platform::MessageBox& box : Boxes())
         all += box.text.substr(0, box.text.find(L':')) + L" ";
-    EXPECT_NE(all.find(L"AddOnControl.chkCheckDigit_Click\n91 "), std::wstring::npos);
-    EXPECT_NE(all.find(L"AddOnControl.optLengthFixed_Click\n91 "), std::wstring::npos);
-    EXPECT_NE(all.find(L"AddOnControl.tbrCodeType_ButtonClick\n91 "), std::wstring::npos);
-    EXPECT_FALSE(editor->CommitPending() && editor->Modified());
+    EXPECT_EQ(all, L"AddOnControl.chkCheckDigit_Click\n91 AddOnControl.optLengthFixed_Click\n91 "
+                   L"AddOnControl.tbrCodeType_ButtonClick\n91 AddOnControl.txtMinLength_Validate\n91 ");
 }
 
 struct NoDataMatrixTest : CodePageTest {
