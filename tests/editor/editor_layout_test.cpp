@@ -47,7 +47,7 @@ struct EditorLayoutTest : test::EditorFixture {
     }
     static Size ContentOf(const Widget& widget) {
         Size size{widget.Bounds().width, widget.Bounds().height};
-        if (const auto* frame = dynamic_cast<const controls::Frame*>(&widget); frame && frame->IsPage())
+        if (const auto* frame = dynamic_cast<const controls::Frame*>(&widget))
             size = {std::max(frame->View().width, frame->ContentSize().width),
                     std::max(frame->View().height, frame->ContentSize().height)};
         return size;
@@ -61,7 +61,7 @@ TEST_F(EditorLayoutTest, NothingOverlapsOrIsCutAtAnySize) {
         SCOPED_TRACE(std::to_string(c.client.width) + " at " + std::to_string(c.percent));
         const test::FixedFont font(c.percent);
         editor->Layout(c.client, font);
-        for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef"}) {
+        for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef", L"Format1"}) {
             Click(key);
             CheckBelow(editor->Root(), c.client, font);
         }
@@ -102,7 +102,7 @@ TEST_F(EditorLayoutTest, TheShortCaptionServesWhereTheLongOneHasNoRoom) {
 }
 
 TEST_F(EditorLayoutTest, AccessKeysAreUniqueOnEachPage) {
-    for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef"}) {
+    for (const wchar_t* key : {L"CodeDef", L"Code1", L"Group1", L"FormatDef", L"Format1"}) {
         Click(key);
         std::set<wchar_t> used;
         const std::function<void(const Widget&)> collect = [&](const Widget& widget) {

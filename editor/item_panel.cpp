@@ -1,0 +1,227 @@
+#include "editor/item_panel.h"
+
+#include <algorithm>
+
+#include "editor/node_key.h"
+#include "editor/page.h"
+#include "model/length_rule.h"
+#include "model/tree_labels.h"
+
+namespace orv::editor {
+namespace {
+
+using namespace model::item_category;
+using model::OutItem;
+using text::Id;
+using text::Load;
+
+constexpr std::int32_t kCutByCount = 1;
+constexpr std::int32_t kCutByPattern = 2;
+constexpr std::int32_t kDiagnosticStats = 29;
+constexpr std::int32_t kTypesPerCategory = 256;
+
+/// Range, and numbers to step through, of the lengths that a rule allows; what it does not allow stays free, so that
+/// a stored length can be put right.
+struct Lengths {
+    std::uint8_t least = 0;
+    std::uint8_t greatest = 255;
+    std::vector<controls::NumberBox::Number> allowed;
+};
+
+Lengths LengthsOf(const model::LengthRule& rule) {
+    using Kind = model::LengthRule::Kind;
+    if (rule.kind == Kind::Range)
+        return {rule.minimum, rule.maximum, {}};
+    if (rule.kind != Kind::List)
+        return {};
+    const auto [least, greatest] = std::minmax_element(rule.lengths.begin(), rule.lengths.end());
+    return {*least, *greatest, {rule.lengths.begin(), rule.lengths.end()}};
+}
+
+model::LengthRule RuleOf(const model::ToolItem* entry, std::int32_t format) {
+    if (!entry || !entry->HasAllowedFormats() || format < 0 || format > 3)
+        return {};
+    return model::ParseLengthRule(entry->AllowedFormatLen(format));
+}
+
+/// Format and length stay when the type allows them.
+void AdaptFormat(OutItem& item, const model::ToolItem* entry) {
+    if (!entry || RuleOf(entry, item.FormatType()).Allows(item.FormatLength()))
+        return;
+    std::int32_t format = item.FormatType();
+    std::uint8_t length = item.FormatLength();
+    entry->GetDefaultFormatAndLen(format, length);
+    item.FormatType(format);
+    item.FormatLength(length);
+}
+
+} // namespace
+
+OutItem& ItemPanel::Item() const {
+    OutItem* item = item_();
+    if (!item)
+        throw Error(error_number::kObjectNotSet);
+    return *item;
+}
+
+const model::ToolItem* ItemPanel::Entry() const {
+    return EntryOf(context_.catalogue(), Item());
+}
+
+void ItemPanel::Changed() {
+    ShowWhatApplies();
+    if (onShown)
+        onShown();
+}
+
+void ItemPanel::StoreType(std::int32_t data) {
+    OutItem& item = Item();
+    item.ItemCategory(data / kTypesPerCategory);
+    item.CodeRelType(data % kTypesPerCategory);
+    item.GlobalType(data % kTypesPerCategory);
+    AdaptFormat(item, Entry());
+    FillLists();
+    FillFormat();
+    Changed();
+}
+
+void ItemPanel::StoreCode(std::int32_t code) {
+    Item().CodeNumber(static_cast<std::uint8_t>(code));
+    Changed();
+}
+
+void ItemPanel::StoreFormat(std::int32_t format) {
+    OutItem& item = Item();
+    const model::ToolItem* entry = Entry();
+    item.FormatType(format);
+    const model::LengthRule rule = RuleOf(entry, format);
+    if (rule.kind != model::LengthRule::Kind::NotAllowed && !rule.Allows(item.FormatLength()))
+        item.FormatLength(model::LeadingNumber(entry->AllowedFormatLen(format)));
+    ShowLengthRule();
+    Changed();
+}
+
+void ItemPanel::StoreDevice(std::int32_t device) {
+    Item().DeviceNumber(static_cast<std::int16_t>(device));
+    Changed();
+}
+
+void ItemPanel::GoToCode() {
+    const std::int32_t number = Item().CodeNumber();
+    context_.jumpTo(model::ShowsGroups(context_.root()) ? GroupKey(number) : CodeKey(number));
+}
+
+void ItemPanel::Fill() {
+    const OutItem* item = item_();
+    shown_ = nullptr;
+    lblItem_.SetCaption(item ? Load(Id::ItemHeading) + std::to_wstring(item->Index()) : std::wstring());
+    const Restoring filled([this] { filling_ = false; });
+    filling_ = true;
+    if (!item) {
+        ShowNothing();
+        return;
+    }
+    FillLists();
+    FillFormat();
+    FillValues();
+    ShowWhatApplies();
+    shown_ = item;
+}
+
+void ItemPanel::FillLists() {
+    const OutItem& item = Item();
+    int selected = -1;
+    type_.Box().SetEntries(TypeEntries(context_.catalogue(), item, selected));
+    type_.Box().SetSelected(selected);
+    codeSel_.Box().SetEntries(CodeEntries(context_.root()));
+    codeSel_.Show(item.CodeNumber());
+}
+
+void ItemPanel::FillFormat() {
+    const OutItem& item = Item();
+    const model::ToolItem* entry = Entry();
+    Entries entries = entry && entry->HasAllowedFormats() ? FormatEntries(*entry) : Entries();
+    const std::int32_t format = item.FormatType();
+    // A stored format that the type does not allow is shown by its name, and kept.
+    if (format >= 0 && format <= 3 &&
+        std::none_of(entries.begin(), entries.end(), [&](const auto& e) { return e.data == format; }))
+        entries.push_back({model::kFormatNames[format], format});
+    format_.Box().SetEntries(std::move(entries));
+    format_.Show(format);
+    ShowLengthRule();
+}
+
+void ItemPanel::ShowLengthRule() {
+    const OutItem& item = Item();
+    Lengths lengths = LengthsOf(RuleOf(Entry(), item.FormatType()));
+    device::ControlSetup setup = lengthSetup_;
+    setup.description.hasRange = true;
+    setup.description.minimum = lengths.least;
+    setup.description.maximum = lengths.greatest;
+    formatLen_.SetUp(Load(Id::HintItemFormatLength), kFormatLength, setup, 0, 255);
+    formatLen_.Box().SetAllowed(std::move(lengths.allowed));
+    formatLen_.Show(item.FormatLength());
+}
+
+void ItemPanel::FillValues() {
+    const OutItem& item = Item();
+    link_.Show(item.LinkTo());
+    align_.Show(item.Alignment());
+    alignLength_.Show(item.AlignLength());
+    alignFiller_.Show(item.AlignFiller());
+    diagsEvent_.Show(item.DiagnosticEvent());
+    userString_.Show(item.StringText());
+    codeCut_.Show(item.CodeCut());
+    cutLeading_.Show(item.CodeCutLeading());
+    cutTrailing_.Show(item.CodeCutTrailing());
+    cutPattern_.Show(item.CodeCutPattern());
+    cutPatternMode_.Show(item.CodeCutPatternMode());
+    deviceSel_.Show(item.DeviceNumber());
+    scaleType_.Show(item.ScaleType());
+}
+
+void ItemPanel::ShowWhatApplies() {
+    const OutItem& item = Item();
+    const model::ToolItem* entry = Entry();
+    const bool ofCode = item.ItemCategory() == kCodeRelated;
+    const bool plain = item.ItemCategory() != kMiscellaneous;
+    const bool known = plain && entry;
+    lblNoItem_.SetVisible(false);
+    type_.SetVisible(true);
+    link_.SetVisible(true);
+    align_.SetVisible(plain);
+    codeSel_.SetVisible(ofCode);
+    cmdGoItemCode_.SetVisible(ofCode);
+    SetFieldUsable(cmdGoItemCode_, Load(Id::HintItemGoToCode), true, item.CodeNumber() > 0, Load(Id::ReasonNoCode));
+    fraDataFormat_.SetVisible(known && entry->HasAllowedFormats());
+    fraMiscString_.SetVisible(!plain);
+    fraCodeCutting_.SetVisible(known && entry->IsCode());
+    fraDeviceSel_.SetVisible(known && entry->DeviceDependent());
+    scaleType_.SetVisible(known && entry->UseScaleType());
+    fraItemAlign_.SetVisible(plain && item.Alignment() != 0);
+    // The two below follow the cut alone, whatever the type: a cut left over from another type is seen, on purpose.
+    fraCodeCutSimple_.SetVisible(plain && item.CodeCut() == kCutByCount);
+    fraCodeCutPattern_.SetVisible(plain && item.CodeCut() == kCutByPattern);
+    fraDiagsEvent_.SetVisible(item.ItemCategory() == kGlobal && item.GlobalType() == kDiagnosticStats);
+}
+
+void ItemPanel::HideAll() {
+    for (const auto& child : fraItem_.Children())
+        child->SetVisible(child.get() == &lblNoItem_);
+}
+
+void ItemPanel::ShowNothing() {
+    HideAll();
+    codeSel_.Box().SetEntries({});
+    // What was typed for an item that is gone is no longer due.
+    for (NumberField* field : {&alignLength_, &formatLen_, &cutLeading_, &cutTrailing_})
+        field->Show(0);
+    for (MBField* field : {&alignFiller_, &userString_, &cutPattern_})
+        field->Show({});
+}
+
+bool ItemPanel::CommitPending() {
+    return CommitAll(alignLength_, alignFiller_, userString_, formatLen_, cutLeading_, cutTrailing_, cutPattern_);
+}
+
+} // namespace orv::editor
