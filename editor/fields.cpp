@@ -111,8 +111,14 @@ bool NumberField::Accept(Number number) {
 }
 
 void NumberField::Refuse() {
-    context_.refuse(meaning_ + Load(Id::MustBe) + std::to_wstring(box_->Least()) + Load(Id::HintTo) +
-                    std::to_wstring(box_->Greatest()));
+    std::wstring right = std::to_wstring(box_->Least()) + Load(Id::HintTo) + std::to_wstring(box_->Greatest());
+    // Between the numbers of a list there are others, which are not right.
+    if (!box_->Allowed().empty()) {
+        right.clear();
+        for (const Number number : box_->Allowed())
+            right += (right.empty() ? std::wstring() : Load(Id::HintRange)) + std::to_wstring(number);
+    }
+    context_.refuse(meaning_ + Load(Id::MustBe) + right);
 }
 
 void NumberField::SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup,
