@@ -4,6 +4,7 @@ namespace orv::controls {
 namespace {
 
 constexpr int kPadding = 12;
+constexpr int kComfort = 100;
 
 } // namespace
 
@@ -11,6 +12,12 @@ Size Dialog::MinimumSize(const TextMeasure& measure) const {
     const int padding = 2 * measure.Scale(kPadding);
     const Size least = content_ ? content_->Minimum(measure) : Size{};
     return {least.width + padding, least.height + padding};
+}
+
+Size Dialog::ComfortableSize(const TextMeasure& measure) const {
+    const Size least = MinimumSize(measure);
+    const int more = Resizable() ? measure.Scale(kComfort) : 0;
+    return {least.width + more, least.height + more};
 }
 
 void Dialog::Layout(Size client, const TextMeasure& measure) {

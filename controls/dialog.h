@@ -23,6 +23,10 @@ class Dialog {
     void SetContent(LayoutPtr content) { content_ = std::move(content); }
     /// Smallest client area in which nothing is clipped.
     Size MinimumSize(const TextMeasure& measure) const;
+    /// What it opens with: room to breathe where something grows.
+    Size ComfortableSize(const TextMeasure& measure) const;
+    /// Something in it has a use for more room.
+    bool Resizable() const { return content_ && content_->GrowsDown(); }
     void Layout(Size client, const TextMeasure& measure);
 
     /// Return and Escape press these where the widget with the focus has no use for the key. Nothing by default.

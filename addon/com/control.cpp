@@ -44,17 +44,17 @@ Control::Control(IUnknown* outer)
       objectFaces_(*this), inPlaceFaces_(*this), viewFaces_(*this), persistFaces_(*this), identityFaces_(*this),
       product_(new addon::AddOn(process_->State(), *this)),
       window_(std::make_unique<ControlWindow>(
-          product_->Editor(), process_->Services().Context(),
+          product_->Editor(), process_->Services(),
           ControlWindow::Hooks{
               [this] { FocusArrived(); }, [this](MSG& message) { return PassOn(message); },
               [this] { platform::ReportCurrentException(process_->Services().Boxes(), L"AddOnControl.Window"); }})),
+      preTranslation_(
+          process_->Services().Pump().AddPreTranslate([this](MSG& message) { return window_->TranslateKey(message); })),
       inPlace_(site_, *window_, inPlaceFaces_), extent_(DefaultExtent()) {
     process_->SetParty(this);
-    process_->Services().Pump().SetPreTranslate([this](MSG& message) { return window_->TranslateKey(message); });
 }
 
 Control::~Control() {
-    process_->Services().Pump().SetPreTranslate(nullptr);
     process_->ForgetParty(this);
 }
 
@@ -227,8 +227,7 @@ void Control::SetEnabled(bool enabled) {
 }
 
 HWND Control::BoxOwner() {
-    const HWND window = window_->Handle();
-    return window ? GetAncestor(window, GA_ROOT) : nullptr;
+    return window_->BoxOwner();
 }
 
 void Control::EnableModeless(bool enable) {

@@ -94,6 +94,7 @@ class Control final : private addon::Container, private ModalParty {
     Site site_;
     std::unique_ptr<addon::AddOn> product_;
     std::unique_ptr<ControlWindow> window_;
+    platform::win32::SystemPump::PreTranslation preTranslation_;
     InPlace inPlace_;
     SIZEL extent_;
     int calls_ = 0;

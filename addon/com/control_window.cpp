@@ -2,6 +2,7 @@
 
 #include "addon/com/failure.h"
 #include "platform/win32/module.h"
+#include "text/restoring.h"
 
 namespace orv::addon::com {
 namespace {
@@ -23,9 +24,9 @@ void RegisterWindowClass(WNDPROC procedure) {
 
 } // namespace
 
-ControlWindow::ControlWindow(editor::Editor& editor, const platform::win32::ActivationContext& context, Hooks hooks)
-    : editor_(editor), context_(context), hooks_(std::move(hooks)), clipboard_([this] { return window_; }),
-      peers_(editor.Form(), context,
+ControlWindow::ControlWindow(editor::Editor& editor, platform::win32::SystemServices& services, Hooks hooks)
+    : editor_(editor), services_(services), hooks_(std::move(hooks)), clipboard_([this] { return window_; }),
+      peers_(editor.Form(), services.Context(),
              {hooks_.activate, [this] { Layout(); },
               [this](MSG& message, bool) { return hooks_.passOn && hooks_.passOn(message); }}) {
     editor_.Form().SetClipboard(&clipboard_);
@@ -35,10 +36,12 @@ ControlWindow::ControlWindow(editor::Editor& editor, const platform::win32::Acti
     editor_.bottomPanelWindow = [this] {
         return reinterpret_cast<device::WindowHandle>(peers_.WindowOf(L"picBottom"));
     };
+    editor_.runDialog = [this](controls::Dialog& dialog) { RunDialog(dialog); };
 }
 
 ControlWindow::~ControlWindow() {
     Destroy();
+    editor_.runDialog = nullptr;
     editor_.bottomPanelWindow = nullptr;
     editor_.windowOf = nullptr;
     editor_.Form().SetClipboard(nullptr);
@@ -48,7 +51,7 @@ ControlWindow::~ControlWindow() {
 void ControlWindow::Create(HWND parent, const RECT& position) {
     RegisterWindowClass(&ControlWindow::Procedure);
     {
-        const platform::win32::ActivationScope active(context_);
+        const platform::win32::ActivationScope active(services_.Context());
         CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, position.left,
                         position.top, position.right - position.left, position.bottom - position.top, parent, nullptr,
                         platform::win32::OwnModule(), this);
@@ -59,6 +62,9 @@ void ControlWindow::Create(HWND parent, const RECT& position) {
 }
 
 void ControlWindow::Destroy() {
+    // Dialogs belong to the application's window and would stay.
+    for (auto dialog = dialogs_.rbegin(); dialog != dialogs_.rend(); ++dialog)
+        (*dialog)->Abandon();
     if (window_)
         DestroyWindow(window_);
 }
@@ -108,6 +114,26 @@ void ControlWindow::TakeFocus() {
         peers_.TakeFocus();
 }
 
+HWND ControlWindow::BoxOwner() const {
+    for (auto dialog = dialogs_.rbegin(); dialog != dialogs_.rend(); ++dialog)
+        if (const HWND window = (*dialog)->Handle())
+            return window;
+    return window_ ? GetAncestor(window_, GA_ROOT) : nullptr;
+}
+
+void ControlWindow::RunDialog(controls::Dialog& dialog) {
+    const bool hadFocus = HasFocus();
+    {
+        controls::win32::DialogWindow window(dialog, services_.Context(), services_.Hooks(), services_.Pump());
+        dialogs_.push_back(&window);
+        const Restoring closed([this] { dialogs_.pop_back(); });
+        window.Run();
+    }
+    // The field it came from may be disabled or made anew meanwhile; the form knows where the keyboard belongs.
+    if (hadFocus && !HasFocus() && GetActiveWindow() == BoxOwner())
+        TakeFocus();
+}
+
 void ControlWindow::Layout() {
     RECT client{};
     if (window_ && GetClientRect(window_, &client))
@@ -133,9 +159,6 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wpar
 }
 
 LRESULT ControlWindow::Handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == controls::win32::PeerHost::FindMessage())
-        if (const auto found = Find(wparam, lparam))
-            return *found;
     if (const auto done = peers_.HandleControlMessage(message, wparam, lparam))
         return *done;
     switch (message) {
@@ -164,15 +187,6 @@ LRESULT ControlWindow::Handle(HWND window, UINT message, WPARAM wparam, LPARAM l
         break;
     }
     return DefWindowProcW(window, message, wparam, lparam);
-}
-
-// Other processes name a window by a global atom; atoms of this process are the peers' own business.
-std::optional<LRESULT> ControlWindow::Find(WPARAM atom, LPARAM index) const {
-    wchar_t name[256] = {};
-    if (GlobalGetAtomNameW(static_cast<ATOM>(atom), name, ARRAYSIZE(name)) == 0)
-        return std::nullopt;
-    const HWND found = peers_.WindowOf(name, static_cast<int>(index));
-    return found ? std::optional(reinterpret_cast<LRESULT>(found)) : std::nullopt;
 }
 
 void ControlWindow::Paint(HWND window) const {

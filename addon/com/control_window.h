@@ -1,11 +1,13 @@
 #pragma once
 // The control's own window: it carries the editor's windows and tells of sizes and clicks.
 #include <functional>
-#include <optional>
+#include <vector>
 
 #include "controls/win32/clipboard.h"
+#include "controls/win32/dialog_window.h"
 #include "controls/win32/peer_host.h"
 #include "editor/editor.h"
+#include "platform/win32/system_services.h"
 
 namespace orv::addon::com {
 
@@ -17,8 +19,8 @@ class ControlWindow {
         std::function<void()> failed;     ///< shows the exception in flight, which must go no further
     };
 
-    /// Editor and context outlive the window.
-    ControlWindow(editor::Editor& editor, const platform::win32::ActivationContext& context, Hooks hooks);
+    /// Editor and services outlive the window.
+    ControlWindow(editor::Editor& editor, platform::win32::SystemServices& services, Hooks hooks);
     ~ControlWindow();
     ControlWindow(const ControlWindow&) = delete;
     ControlWindow& operator=(const ControlWindow&) = delete;
@@ -35,21 +37,24 @@ class ControlWindow {
     bool HasFocus() const;
     void TakeFocus();
     bool TranslateKey(MSG& message) { return peers_.TranslateKey(message); }
+    /// What a box belongs to: the innermost open dialog, else the window that the control stands in.
+    HWND BoxOwner() const;
 
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT Handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
-    std::optional<LRESULT> Find(WPARAM atom, LPARAM index) const;
+    void RunDialog(controls::Dialog& dialog);
     void Paint(HWND window) const;
     void Layout();
 
     editor::Editor& editor_;
-    const platform::win32::ActivationContext& context_;
+    platform::win32::SystemServices& services_;
     Hooks hooks_;
     HWND window_ = nullptr;
     bool focusLost_ = false; ///< the focus went because the window was disabled
     controls::win32::SystemClipboard clipboard_;
     controls::win32::PeerHost peers_;
+    std::vector<controls::win32::DialogWindow*> dialogs_; ///< open, outermost first
 };
 
 } // namespace orv::addon::com

@@ -103,6 +103,9 @@ void InPlace::Deactivate() {
         return;
     isActive_ = false;
     window_.Destroy();
+    // What is open now closes when nobody can tell the frame any more.
+    while (frame_ && modal_ > 0)
+        EnableModeless(true);
     frame_ = nullptr;
     document_ = nullptr;
     if (const auto site = site_.As<IOleInPlaceSite>())
@@ -116,8 +119,10 @@ void InPlace::SetRects(const RECT& position, const RECT* clip) {
 
 void InPlace::EnableModeless(bool enable) {
     const auto frame = frame_;
-    if (frame)
-        frame->EnableModeless(enable);
+    if (!frame || (enable && modal_ == 0))
+        return;
+    modal_ += enable ? -1 : 1;
+    frame->EnableModeless(enable);
 }
 
 bool InPlace::TranslateAccelerator(MSG& message) const {

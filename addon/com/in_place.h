@@ -36,6 +36,7 @@ class InPlace {
     ComPtr<IOleInPlaceFrame> frame_;
     ComPtr<IOleInPlaceUIWindow> document_;
     RECT position_{};
+    int modal_ = 0; ///< boxes and dialogs that the frame was told of
     bool isActive_ = false;
     bool isUIActive_ = false;
 };

@@ -76,11 +76,8 @@ void PeerHost::Remake() {
 std::optional<LRESULT> PeerHost::HandleControlMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     if (!Attached())
         return std::nullopt;
-    if (message == FindMessage()) {
-        wchar_t name[256] = {};
-        GetAtomNameW(static_cast<ATOM>(wparam), name, 256);
-        return reinterpret_cast<LRESULT>(WindowOf(name, static_cast<int>(lparam)));
-    }
+    if (message == FindMessage())
+        return reinterpret_cast<LRESULT>(FindByAtom(static_cast<ATOM>(wparam), static_cast<int>(lparam)));
     if (ChangesFont(message, wparam)) {
         Remake();
         return 0;
@@ -111,6 +108,16 @@ HWND PeerHost::WindowOf(std::wstring_view name, int index) const {
     Widget* widget = form_.Root().Find(name, index);
     return widget != nullptr && widget->GetPeer() != nullptr ? static_cast<WindowPeer*>(widget->GetPeer())->Window()
                                                              : nullptr;
+}
+
+// Both kinds of atom share their numbers. Other processes can only mean the global one; a name that is no control's is
+// none of theirs.
+HWND PeerHost::FindByAtom(ATOM atom, int index) const {
+    wchar_t name[256] = {};
+    if (GlobalGetAtomNameW(atom, name, ARRAYSIZE(name)) != 0)
+        if (const HWND found = WindowOf(name, index))
+            return found;
+    return GetAtomNameW(atom, name, ARRAYSIZE(name)) != 0 ? WindowOf(name, index) : nullptr;
 }
 
 UINT PeerHost::FindMessage() {
@@ -174,7 +181,7 @@ bool PeerHost::Ours(HWND window) const {
 KeyOutcome PeerHost::Route(const KeyEvent& event) {
     if (event.character == 0 || event.alt)
         ShowCues();
-    return form_.RouteKey(event);
+    return hooks_.route ? hooks_.route(event) : form_.RouteKey(event);
 }
 
 void PeerHost::ShowCues() {

@@ -30,6 +30,8 @@ struct PeerHooks {
     /// A key that the form did not use. `leave`: Tab went past the last (Shift+Tab: first) stop. True when the
     /// container has dealt with it.
     std::function<bool(MSG& message, bool leave)> passOn;
+    /// Takes keys in place of the form; for a dialog, which knows more of them.
+    std::function<KeyOutcome(const KeyEvent&)> route = {};
 };
 
 /// Form and context outlive the host.
@@ -58,8 +60,8 @@ class PeerHost final : public PeerFactory, public TextMeasure {
 
     /// Nothing while the widget has no window.
     HWND WindowOf(std::wstring_view name, int index = Widget::kNoIndex) const;
-    /// Registered message that asks the control's window for one of its windows: an atom of the process (AddAtom)
-    /// with the name, and the index or -1.
+    /// Registered message that asks the control's window for one of its windows: an atom with the name, global or
+    /// else of the process (AddAtom), and the index or -1.
     static UINT FindMessage();
 
     int Width(std::wstring_view text) const override { return metrics_.Width(text); }
@@ -96,6 +98,7 @@ class PeerHost final : public PeerFactory, public TextMeasure {
         bool operator==(const Seen&) const = default;
     };
 
+    HWND FindByAtom(ATOM atom, int index) const;
     KeyOutcome Route(const KeyEvent& event);
     void ShowCues();
     bool Ours(HWND window) const;

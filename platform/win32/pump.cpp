@@ -77,9 +77,15 @@ void SystemPump::ProcessPending() {
     }
 }
 
+SystemPump::PreTranslation SystemPump::AddPreTranslate(PreTranslate hook) {
+    preTranslates_.push_front(std::move(hook));
+    return {*this, preTranslates_.begin()};
+}
+
 void SystemPump::Dispatch(MSG& message) {
-    if (preTranslate_ && preTranslate_(message))
-        return;
+    for (const PreTranslate& hook : preTranslates_)
+        if (hook(message))
+            return;
     TranslateMessage(&message);
     DispatchMessageW(&message);
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include <atomic>
 #include <deque>
+#include <list>
 #include <mutex>
 
 #include "platform/services.h"
@@ -26,9 +27,11 @@ class SystemPump final : public MessagePump {
     /// Waits running at present: what they stand on must not be released.
     int Depth() const { return depth_; }
 
-    /// Sees each message before it is dispatched; true when it has dealt with it. So keyboard and modeless dialogs
-    /// work while the component waits and the container's own loop does not run.
-    void SetPreTranslate(std::function<bool(MSG&)> hook) { preTranslate_ = std::move(hook); }
+    using PreTranslate = std::function<bool(MSG&)>;
+    class PreTranslation;
+    /// Sees each message before it is dispatched, the one added last first; true when it has dealt with it. So the
+    /// keyboard works while the component waits and the container's own loop does not run.
+    [[nodiscard]] PreTranslation AddPreTranslate(PreTranslate hook);
     /// Called in the catch block of a task that failed: none may leave the window procedure it ran in.
     void SetFailureHook(std::function<void()> hook) { failed_ = std::move(hook); }
 
@@ -38,12 +41,36 @@ class SystemPump final : public MessagePump {
     void RunOne();
 
     OwnedWindow window_;
-    std::function<bool(MSG&)> preTranslate_;
+    std::list<PreTranslate> preTranslates_; ///< newest first; a list, for a hook may add and remove others
     std::function<void()> failed_;
     std::mutex lock_;
     std::deque<std::function<void()>> tasks_;
     std::atomic<bool> closing_ = false;
     int depth_ = 0;
+};
+
+/// Takes its hook away again. The pump outlives it.
+class SystemPump::PreTranslation {
+  public:
+    PreTranslation() = default;
+    PreTranslation(PreTranslation&& other) noexcept : pump_(std::exchange(other.pump_, nullptr)), hook_(other.hook_) {}
+    PreTranslation& operator=(PreTranslation&& other) noexcept {
+        std::swap(pump_, other.pump_);
+        std::swap(hook_, other.hook_);
+        return *this;
+    }
+    PreTranslation(const PreTranslation&) = delete;
+    PreTranslation& operator=(const PreTranslation&) = delete;
+    ~PreTranslation() {
+        if (pump_)
+            pump_->preTranslates_.erase(hook_);
+    }
+
+  private:
+    friend class SystemPump;
+    PreTranslation(SystemPump& pump, std::list<PreTranslate>::iterator hook) : pump_(&pump), hook_(hook) {}
+    SystemPump* pump_ = nullptr;
+    std::list<PreTranslate>::iterator hook_;
 };
 
 } // namespace orv::platform::win32

@@ -17,6 +17,7 @@ class SystemServices {
 
     Services View() { return {boxes_, debug_, pump_, registry_, desktop_}; }
     const ActivationContext& Context() const { return context_; }
+    const ModalHooks& Hooks() const { return hooks_; }
     SystemPump& Pump() { return pump_; }
     SystemMessageBoxes& Boxes() { return boxes_; }
 

@@ -126,9 +126,20 @@ TEST_F(PumpTest, KeysAreOfferedWhileWaiting) {
     const platform::win32::OwnedWindow window(
         CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
     int keys = 0;
-    pump.SetPreTranslate([&](MSG& message) { return message.message == WM_KEYDOWN && ++keys > 0; });
+    const auto outer = pump.AddPreTranslate([&](MSG& message) { return message.message == WM_KEYDOWN && ++keys > 0; });
     PostMessageW(window.Get(), WM_KEYDOWN, 'A', 1);
     EXPECT_EQ(pump.PumpUntil([&] { return keys == 1; }), Wait::Satisfied);
+    {
+        int inner = 0;
+        const auto latest = pump.AddPreTranslate(
+            [&](MSG& message) { return message.message == WM_KEYDOWN && message.wParam == 'B' && ++inner > 0; });
+        PostMessageW(window.Get(), WM_KEYDOWN, 'B', 1);
+        PostMessageW(window.Get(), WM_KEYDOWN, 'C', 1);
+        EXPECT_EQ(pump.PumpUntil([&] { return keys == 2; }), Wait::Satisfied) << "what the latest leaves, others see";
+        EXPECT_EQ(inner, 1);
+    }
+    PostMessageW(window.Get(), WM_KEYDOWN, 'B', 1);
+    EXPECT_EQ(pump.PumpUntil([&] { return keys == 3; }), Wait::Satisfied);
 }
 
 } // namespace
