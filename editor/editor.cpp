@@ -1,11 +1,13 @@
 #include "editor/editor.h"
 
+#include "editor/about_dialog.h"
 #include "editor/adv_format_page.h"
 #include "editor/code_def_page.h"
 #include "editor/code_page.h"
 #include "editor/context.h"
 #include "editor/format_def_page.h"
 #include "editor/group_page.h"
+#include "editor/guide.h"
 #include "editor/shell.h"
 #include "model/save_concerns.h"
 #include "text/texts.h"
@@ -18,7 +20,7 @@ using text::Load;
 Editor::Editor(device::DeviceState& state, RootAccess root, CatalogueAccess catalogue, Commands& commands)
     : state_(state), root_(std::move(root)), catalogue_(std::move(catalogue)), commands_(commands),
       form_(state.platform.boxes, state.platform.pump), context_(MakeContext()),
-      shell_(std::make_unique<Shell>(form_)) {
+      shell_(std::make_unique<Shell>(form_)), guide_(std::make_unique<Guide>(state)) {
     AddPages();
     shell_->AddBottom();
     BindShell();
@@ -78,6 +80,8 @@ void Editor::BindShell() {
     shell_->cmdApply->onClick = [this] { context_->Handle(L"cmdApply_Click", [this] { OnApply(); }); };
     shell_->cmdOK->onClick = [this] { context_->Handle(L"cmdOK_Click", [this] { OnOK(); }); };
     shell_->cmdCancel->onClick = [this] { context_->Handle(L"cmdCancel_Click", [this] { commands_.CloseAddOn(); }); };
+    shell_->cmdAbout->onClick = [this] { context_->Handle(L"cmdAbout_Click", [this] { ShowAbout(*context_); }); };
+    shell_->cmdGuide->onClick = [this] { context_->Handle(L"cmdGuide_Click", [this] { guide_->Open(); }); };
     form_.onFocusChanged = [this](controls::Widget*) {
         refusal_.clear();
         ShowHint();

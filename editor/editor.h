@@ -16,6 +16,7 @@
 
 namespace orv::editor {
 
+class Guide;
 class Page;
 class Shell;
 struct Context;
@@ -97,6 +98,7 @@ class Editor {
     controls::Form form_;
     std::unique_ptr<Context> context_;
     std::unique_ptr<Shell> shell_;
+    std::unique_ptr<Guide> guide_;
     std::vector<std::unique_ptr<Page>> pages_;
     bool modified_ = false;
     device::Target readFrom_;

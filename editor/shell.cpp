@@ -46,35 +46,48 @@ void Shell::AddBottom() {
     lblHint = &picBottom->Add<controls::Label>(controls::Kind::HintLine, L"lblHint");
     lblHint->SetElides(true);
     AddButtons();
-    const auto buttons = [this](bool withCheck) {
-        auto boxes =
-            controls::Boxed(controls::Spring(controls::Grow::Across), Cell(*cmdOK), Cell(*cmdCancel), Cell(*cmdApply));
-        if (withCheck)
-            boxes.insert(boxes.begin(), Cell(*chkNoInteractive));
-        return controls::Row(std::move(boxes));
-    };
-    const auto hint = [this] { return Cell(*lblHint, controls::Grow::Across); };
-    wideBottom_ = controls::Column(controls::Boxed(hint(), buttons(true)), kRowGap);
-    narrowBottom_ = controls::Column(controls::Boxed(hint(), Cell(*chkNoInteractive), buttons(false)), kRowGap);
+    AddLayouts();
+}
+
+controls::Button* Shell::AddButton(const wchar_t* name, Id caption, Id tip) {
+    auto& button = picBottom->Add<controls::Button>(name);
+    button.SetCaption(Load(caption));
+    button.SetToolTip(Load(tip));
+    button.SetHint(Load(tip));
+    return &button;
 }
 
 void Shell::AddButtons() {
+    // First, though it stands behind them: what a page's last field holds is looked at when Tab leaves it, and the
+    // buttons that release the focus would let it go unseen.
     chkNoInteractive = &picBottom->Add<controls::CheckBox>(L"chkNoInteractive");
     chkNoInteractive->SetCaption(Load(Id::NoInteractive));
     chkNoInteractive->SetAccessibleName(Load(Id::NoInteractive));
     chkNoInteractive->SetToolTip(Load(Id::TipNoInteractive));
     chkNoInteractive->SetHint(Load(Id::TipNoInteractive));
-    const auto add = [this](const wchar_t* name, Id caption, Id tip) {
-        auto& button = picBottom->Add<controls::Button>(name);
-        button.SetCaption(Load(caption));
-        button.SetToolTip(Load(tip));
-        button.SetHint(Load(tip));
-        return &button;
+    cmdAbout = AddButton(L"cmdAbout", Id::ButtonAbout, Id::TipAbout);
+    cmdGuide = AddButton(L"cmdGuide", Id::ButtonGuide, Id::TipGuide);
+    cmdOK = AddButton(L"cmdOK", Id::ButtonOK, Id::TipOK);
+    cmdCancel = AddButton(L"cmdCancel", Id::ButtonCancel, Id::TipCancel);
+    cmdApply = AddButton(L"cmdApply", Id::ButtonApply, Id::TipApply);
+    for (controls::Button* button : {cmdAbout, cmdGuide, cmdCancel})
+        button->SetReleases(true);
+}
+
+void Shell::AddLayouts() {
+    const auto spring = [] { return controls::Spring(controls::Grow::Across); };
+    const auto hint = [this] { return Cell(*lblHint, controls::Grow::Across); };
+    const auto check = [this] { return Cell(*chkNoInteractive); };
+    const auto help = [this] { return controls::Row(controls::Boxed(Cell(*cmdAbout), Cell(*cmdGuide))); };
+    const auto verdict = [this] {
+        return controls::Row(controls::Boxed(Cell(*cmdOK), Cell(*cmdCancel), Cell(*cmdApply)));
     };
-    cmdOK = add(L"cmdOK", Id::ButtonOK, Id::TipOK);
-    cmdCancel = add(L"cmdCancel", Id::ButtonCancel, Id::TipCancel);
-    cmdApply = add(L"cmdApply", Id::ButtonApply, Id::TipApply);
-    cmdCancel->SetReleases(true);
+    wideBottom_ = controls::Column(
+        controls::Boxed(hint(), controls::Row(controls::Boxed(help(), check(), spring(), verdict()))), kRowGap);
+    narrowBottom_ = controls::Column(
+        controls::Boxed(hint(), check(), controls::Row(controls::Boxed(help(), spring(), verdict()))), kRowGap);
+    narrowestBottom_ = controls::Column(
+        controls::Boxed(hint(), check(), help(), controls::Row(controls::Boxed(spring(), verdict()))), kRowGap);
 }
 
 controls::LayoutBox& Shell::ChooseBottom(int width, const TextMeasure& measure) {
@@ -85,7 +98,7 @@ controls::LayoutBox& Shell::ChooseBottom(int width, const TextMeasure& measure) 
         if (wideBottom_->Minimum(measure).width <= width)
             return *wideBottom_;
     }
-    return *narrowBottom_;
+    return narrowBottom_->Minimum(measure).width <= width ? *narrowBottom_ : *narrowestBottom_;
 }
 
 int Shell::LayoutBottom(Size client, const TextMeasure& measure) {

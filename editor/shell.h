@@ -4,6 +4,7 @@
 #include "controls/layout.h"
 #include "controls/simple_widgets.h"
 #include "controls/tree.h"
+#include "text/texts.h"
 
 namespace orv::editor {
 
@@ -25,19 +26,24 @@ class Shell {
     controls::Frame* fraDesign = nullptr;
     controls::Frame* picBottom = nullptr;
     controls::Label* lblHint = nullptr;
+    controls::Button* cmdAbout = nullptr;
+    controls::Button* cmdGuide = nullptr;
     controls::CheckBox* chkNoInteractive = nullptr;
     controls::Button* cmdOK = nullptr;
     controls::Button* cmdCancel = nullptr;
     controls::Button* cmdApply = nullptr;
 
   private:
+    controls::Button* AddButton(const wchar_t* name, text::Id caption, text::Id tip);
     void AddButtons();
+    void AddLayouts();
     controls::LayoutBox& ChooseBottom(int width, const controls::TextMeasure& measure);
     int LayoutBottom(controls::Size client, const controls::TextMeasure& measure);
     controls::Rect LayoutHead(const controls::Rect& right, const controls::TextMeasure& measure);
 
     controls::LayoutPtr wideBottom_;
-    controls::LayoutPtr narrowBottom_; ///< the check box in a row of its own
+    controls::LayoutPtr narrowBottom_;    ///< the check box in a row of its own
+    controls::LayoutPtr narrowestBottom_; ///< and the buttons in two
 };
 
 /// A text of any length on a label that cuts it: the tool tip is the whole.

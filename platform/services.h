@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/bytes.h"
+
 namespace orv::platform {
 
 enum class Icon { None, Information, Warning, Critical };
@@ -70,16 +72,30 @@ struct SaveFileRequest {
     std::wstring suggestedName;
 };
 
+struct Version {
+    int major = 0;
+    int minor = 0;
+    int revision = 0;
+};
+
 class Desktop {
   public:
     virtual ~Desktop() = default;
     virtual bool FileExists(const std::wstring& path) = 0;
+    /// The first `count` bytes, or fewer when there are no more. Raises the system's error.
+    virtual Bytes ReadStart(const std::wstring& path, std::size_t count) = 0;
+    /// False when it could not be removed, or was not there.
+    virtual bool RemoveFile(const std::wstring& path) = 0;
+    /// Takes the place of a file of that name. Raises the system's error.
+    virtual void DuplicateFile(const std::wstring& from, const std::wstring& to) = 0;
     virtual void StartProcess(const std::wstring& path) = 0;
     virtual void OpenDocument(const std::wstring& path) = 0;
     /// Empty when the user cancels.
     virtual std::wstring ChooseSaveFile(const SaveFileRequest& request) = 0;
     /// Folder of the component's own file, without a separator at the end.
     virtual std::wstring ComponentFolder() = 0;
+    /// From the version record of the component's own file; zeros without one.
+    virtual Version ComponentVersion() = 0;
 };
 
 /// All of them, owned by whoever made the component.

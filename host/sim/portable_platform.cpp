@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/error.h"
+
 namespace orv::sim {
 
 using platform::Answer;
@@ -51,6 +53,25 @@ bool RecordedDebug::Contains(std::wstring_view line) const {
 std::optional<std::wstring> MapRegistry::LocalMachineValue(const std::wstring& key, const std::wstring& value) {
     const auto found = values.find({key, value});
     return found == values.end() ? std::nullopt : std::optional(found->second);
+}
+
+Bytes FakeDesktop::ReadStart(const std::wstring& path, std::size_t count) {
+    if (locked.contains(path) || !FileExists(path))
+        throw Error(error_number::kFileAccess, path);
+    const auto found = contents.find(path);
+    Bytes start = found == contents.end() ? Bytes() : found->second;
+    start.resize(std::min(start.size(), count));
+    return start;
+}
+
+bool FakeDesktop::RemoveFile(const std::wstring& path) {
+    return !locked.contains(path) && files.erase(path) + contents.erase(path) > 0;
+}
+
+void FakeDesktop::DuplicateFile(const std::wstring& from, const std::wstring& to) {
+    if (locked.contains(to) || !FileExists(from))
+        throw Error(error_number::kFileAccess, to);
+    contents[to] = contents[from];
 }
 
 std::wstring FakeDesktop::ChooseSaveFile(const platform::SaveFileRequest& request) {

@@ -53,17 +53,24 @@ class MapRegistry final : public platform::Registry {
 class FakeDesktop final : public platform::Desktop {
   public:
     std::set<std::wstring> files;           ///< the files that exist
+    std::map<std::wstring, Bytes> contents; ///< of those that have any; they exist as well
+    std::set<std::wstring> locked;          ///< cannot be read, removed or written
+    platform::Version version{1, 2, 0};
     std::vector<std::wstring> started;      ///< processes
     std::vector<std::wstring> opened;       ///< documents
     std::deque<std::wstring> saveFileNames; ///< answers of the file dialog; none left: cancelled
     std::vector<platform::SaveFileRequest> saveFileRequests;
     std::wstring folder = L"C:\\OrvOutFormat";
 
-    bool FileExists(const std::wstring& path) override { return files.contains(path); }
+    bool FileExists(const std::wstring& path) override { return files.contains(path) || contents.contains(path); }
+    Bytes ReadStart(const std::wstring& path, std::size_t count) override;
+    bool RemoveFile(const std::wstring& path) override;
+    void DuplicateFile(const std::wstring& from, const std::wstring& to) override;
     void StartProcess(const std::wstring& path) override { started.push_back(path); }
     void OpenDocument(const std::wstring& path) override { opened.push_back(path); }
     std::wstring ChooseSaveFile(const platform::SaveFileRequest& request) override;
     std::wstring ComponentFolder() override { return folder; }
+    platform::Version ComponentVersion() override { return version; }
 };
 
 /// All of them; `services` refers to the members, so it must not outlive this.

@@ -4,6 +4,7 @@
 
 #include <commdlg.h>
 #include <shellapi.h>
+#include <winver.h>
 
 #include "platform/win32/module.h"
 #include "platform/win32/owned.h"
@@ -13,7 +14,13 @@ namespace orv::platform::win32 {
 namespace {
 
 [[noreturn]] void RaiseSystemError(DWORD code, const std::wstring& path) {
-    throw Error(HRESULT_FROM_WIN32(code), path);
+    wchar_t text[512] = {};
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text,
+                                  ARRAYSIZE(text), nullptr);
+    while (length > 0 && text[length - 1] <= L' ')
+        --length;
+    const std::wstring reason(text, length);
+    throw Error(HRESULT_FROM_WIN32(code), reason.empty() ? path : path + L": " + reason);
 }
 
 std::wstring ModulePath() {
@@ -44,6 +51,29 @@ std::wstring FilterText(const SaveFileRequest& request) {
 bool SystemDesktop::FileExists(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+Bytes SystemDesktop::ReadStart(const std::wstring& path, std::size_t count) {
+    const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (opened == INVALID_HANDLE_VALUE)
+        RaiseSystemError(GetLastError(), path);
+    const OwnedHandle file(opened);
+    Bytes bytes(count);
+    DWORD read = 0;
+    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(count), &read, nullptr))
+        RaiseSystemError(GetLastError(), path);
+    bytes.resize(read);
+    return bytes;
+}
+
+bool SystemDesktop::RemoveFile(const std::wstring& path) {
+    return DeleteFileW(path.c_str()) != FALSE;
+}
+
+void SystemDesktop::DuplicateFile(const std::wstring& from, const std::wstring& to) {
+    if (!CopyFileW(from.c_str(), to.c_str(), FALSE))
+        RaiseSystemError(GetLastError(), to);
 }
 
 void SystemDesktop::StartProcess(const std::wstring& path) {
@@ -92,6 +122,19 @@ std::wstring SystemDesktop::ChooseSaveFile(const SaveFileRequest& request) {
 std::wstring SystemDesktop::ComponentFolder() {
     const std::wstring path = ModulePath();
     return path.substr(0, path.find_last_of(L'\\'));
+}
+
+Version SystemDesktop::ComponentVersion() {
+    const std::wstring path = ModulePath();
+    DWORD ignored = 0;
+    std::vector<BYTE> record(GetFileVersionInfoSizeW(path.c_str(), &ignored));
+    void* found = nullptr;
+    UINT size = 0;
+    if (record.empty() || !GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(record.size()), record.data()) ||
+        !VerQueryValueW(record.data(), L"\\", &found, &size) || size < sizeof(VS_FIXEDFILEINFO))
+        return {};
+    const auto& version = *static_cast<const VS_FIXEDFILEINFO*>(found);
+    return {HIWORD(version.dwFileVersionMS), LOWORD(version.dwFileVersionMS), HIWORD(version.dwFileVersionLS)};
 }
 
 } // namespace orv::platform::win32

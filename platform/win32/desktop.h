@@ -11,10 +11,14 @@ class SystemDesktop final : public Desktop {
     SystemDesktop(const ActivationContext& context, const ModalHooks& hooks) : context_(context), hooks_(hooks) {}
 
     bool FileExists(const std::wstring& path) override;
+    Bytes ReadStart(const std::wstring& path, std::size_t count) override;
+    bool RemoveFile(const std::wstring& path) override;
+    void DuplicateFile(const std::wstring& from, const std::wstring& to) override;
     void StartProcess(const std::wstring& path) override;
     void OpenDocument(const std::wstring& path) override;
     std::wstring ChooseSaveFile(const SaveFileRequest& request) override;
     std::wstring ComponentFolder() override;
+    Version ComponentVersion() override;
 
   private:
     const ActivationContext& context_;

@@ -92,12 +92,15 @@ TEST_F(EditorLayoutTest, RoomIsUsedAndScrollingIsForSmallWindowsOnly) {
 
 TEST_F(EditorLayoutTest, TheShortCaptionServesWhereTheLongOneHasNoRoom) {
     auto& check = Get<controls::CheckBox>(L"chkNoInteractive");
-    editor->Layout({800, 560}, test::FixedFont());
+    editor->Layout({1000, 560}, test::FixedFont());
     EXPECT_EQ(check.Caption(), L"Apply to configuration only (do not send to the device)");
+    editor->Layout({800, 560}, test::FixedFont());
+    EXPECT_EQ(check.Caption(), L"Apply to configuration only");
+    EXPECT_LT(check.Bounds().y, Button(L"cmdAbout").Bounds().Bottom()) << "one row still";
     editor->Layout({640, 480}, test::FixedFont(200));
     EXPECT_EQ(check.Caption(), L"Apply to configuration only");
     EXPECT_EQ(check.AccessibleName(), L"Apply to configuration only (do not send to the device)");
-    editor->Layout({1600, 1000}, test::FixedFont(200));
+    editor->Layout({1600, 1000}, test::FixedFont(150));
     EXPECT_EQ(check.Caption(), L"Apply to configuration only (do not send to the device)");
 }
 

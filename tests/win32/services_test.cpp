@@ -76,6 +76,23 @@ TEST(Desktop, FilesAndProcesses) {
     EXPECT_THROW(desktop.OpenDocument(folder + L"\\none.chm"), Error);
 }
 
+TEST(Desktop, ReadsCopiesAndRemovesFiles) {
+    platform::win32::SystemServices services({});
+    platform::Desktop& desktop = services.View().desktop;
+    wchar_t temporary[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temporary);
+    const std::wstring copy = std::wstring(temporary) + L"orv copy.pdf";
+    const std::wstring own = desktop.ComponentFolder() + L"\\orv_win32_tests.exe";
+    for (int i = 0; i < 2; ++i) // an older copy is replaced
+        desktop.DuplicateFile(own, copy);
+    EXPECT_EQ(desktop.ReadStart(copy, 2), (Bytes{'M', 'Z'}));
+    EXPECT_TRUE(desktop.RemoveFile(copy));
+    EXPECT_FALSE(desktop.RemoveFile(copy));
+    EXPECT_THROW(desktop.ReadStart(copy, 4), Error);
+    EXPECT_THROW(desktop.DuplicateFile(copy, own + L".x"), Error);
+    EXPECT_EQ(desktop.ComponentVersion().major, 0) << "a program without a record";
+}
+
 TEST(Desktop, StartsAProgramWithABlankInItsPath) {
     platform::win32::SystemServices services({});
     wchar_t windows[MAX_PATH] = {};

@@ -1,0 +1,100 @@
+#include "fixture.h"
+
+namespace orv::editor {
+namespace {
+
+const std::wstring kItalian = L"C:\\OrvOutFormat\\OrvOutFormat_0410";
+const std::wstring kEnglish = L"C:\\OrvOutFormat\\OrvOutFormat_0409";
+
+Bytes Start(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+struct GuideTest : test::EditorFixture {
+    sim::FakeDesktop& desktop = bench.platform.desktop;
+    GuideTest() { bench.host.Application()->helpLanguage = 0x0410; }
+    void Ask() { Button(L"cmdGuide").Press(); }
+    std::wstring Box() { return Boxes().size() == 1 ? Boxes()[0].text : std::to_wstring(Boxes().size()) + L" boxes"; }
+};
+
+TEST_F(GuideTest, TheUsersLanguageElseEnglish) {
+    struct Case {
+        const char* what;
+        std::wstring name;
+        std::int32_t language;
+        std::set<std::wstring> files;
+        std::wstring opened;
+    };
+    for (const Case& c : {
+             Case{"own language", L"", 0x0410, {kItalian + L".chm", kEnglish + L".chm"}, kItalian + L".chm"},
+             Case{"only a document of the other kind",
+                  L"",
+                  0x0410,
+                  {kItalian + L".pdf", kEnglish + L".chm"},
+                  kEnglish + L".chm"},
+             Case{"digits are padded",
+                  L"",
+                  0x0007,
+                  {L"C:\\OrvOutFormat\\OrvOutFormat_0007.chm"},
+                  L"C:\\OrvOutFormat\\OrvOutFormat_0007.chm"},
+             Case{"hyphens do not count",
+                  L"Line-Guide-2",
+                  0x0C0A,
+                  {L"C:\\OrvOutFormat\\LineGuide2_0C0A.chm"},
+                  L"C:\\OrvOutFormat\\LineGuide2_0C0A.chm"},
+         }) {
+        SCOPED_TRACE(c.what);
+        bench.host.Application()->helpName = c.name;
+        bench.host.Application()->helpLanguage = c.language;
+        desktop.files = c.files;
+        desktop.opened.clear();
+        Ask();
+        EXPECT_EQ(desktop.opened, std::vector{c.opened});
+        EXPECT_TRUE(Boxes().empty());
+    }
+}
+
+TEST_F(GuideTest, ADocumentUnderTheOtherNameIsOpenedAsACopy) {
+    for (const auto& [start, document] : std::vector<std::pair<std::string_view, bool>>{{"%PDF-1.4 and on", true},
+                                                                                        {"%pDf", true},
+                                                                                        {"%PD", false},
+                                                                                        {"ITSF", false},
+                                                                                        {"", false},
+                                                                                        {"x%PDF", false}}) {
+        SCOPED_TRACE(start);
+        desktop.contents = {{kItalian + L".chm", Start(start)}, {kItalian + L".pdf", Start("an older copy")}};
+        desktop.opened.clear();
+        Ask();
+        EXPECT_EQ(desktop.opened, std::vector{kItalian + (document ? L".pdf" : L".chm")});
+        EXPECT_EQ(desktop.contents[kItalian + L".pdf"], document ? Start(start) : Start("an older copy"));
+    }
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(GuideTest, WhatFailsIsSaidInItsOwnWords) {
+    Ask();
+    EXPECT_EQ(Box(), L"Error in cmdGuide_Click: There is no guide " + kEnglish + L".chm");
+    EXPECT_EQ(Boxes()[0].title, L"Output Format Addon");
+    bench.platform.boxes.shown.clear();
+
+    desktop.contents[kItalian + L".chm"] = Start("%PDF");
+    desktop.locked = {kItalian + L".chm"};
+    Ask();
+    EXPECT_EQ(Box(), L"Error in IsAcrobatDocument(" + kItalian + L".chm): " + kItalian + L".chm");
+    EXPECT_EQ(desktop.opened, std::vector{kItalian + L".chm"}) << "what cannot be told is opened as it is called";
+    bench.platform.boxes.shown.clear();
+
+    desktop.locked = {kItalian + L".pdf"};
+    desktop.opened.clear();
+    Ask();
+    EXPECT_EQ(Box(), L"Error in cmdGuide_Click: " + kItalian + L".pdf");
+    EXPECT_TRUE(desktop.opened.empty());
+    bench.platform.boxes.shown.clear();
+
+    bench.state.application = nullptr;
+    Ask();
+    EXPECT_EQ(Box(), L"Error in CheckHelpFile: Object variable not set");
+}
+
+} // namespace
+} // namespace orv::editor
