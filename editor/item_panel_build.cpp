@@ -229,7 +229,7 @@ controls::LayoutPtr ItemPanel::Layout() {
     auto alignment = controls::Row(controls::Boxed(Leading(alignLength_.Label(), Cell(alignLength_.Box())),
                                                    Cell(alignFiller_.Label()), Cell(alignFiller_.Box()),
                                                    Cell(alignFiller_.Names())));
-    const auto choice = [this](ChoiceField& field) { return Leading(field.Label(), Cell(field.Box(), Grow::Across)); };
+    const auto choice = [](ChoiceField& field) { return Leading(field.Label(), Cell(field.Box(), Grow::Across)); };
     auto rows = controls::Column(
         controls::Boxed(controls::Overlay(controls::Boxed(choice(type_), Cell(lblNoItem_))), choice(link_),
                         choice(align_), controls::Group(fraItemAlign_, std::move(alignment), 0), CodeSlot(),

@@ -88,7 +88,9 @@ std::wstring ItemReference(const model::OutFormatConfig& root, const model::Tool
 }
 
 std::int32_t TypeData(std::int32_t category, std::int32_t type) {
-    return category * kTypesPerCategory + type;
+    // A category that the device made up is only to be told apart; it may be any number.
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(category) * kTypesPerCategory +
+                                     static_cast<std::uint32_t>(type));
 }
 
 Entries TypeEntries(model::ToolItems& catalogue, const model::OutItem& item, int& selected) {
