@@ -23,12 +23,18 @@ struct EditorFixture : testing::Test, editor::Commands {
     std::vector<bool> saves; ///< the `interactive` of each
     int closes = 0;
     std::function<void()> whileSaving;
+    bool rootFails = false; ///< whoever asks the editor for the root meets an error
 
     EditorFixture() : EditorFixture(Sample("tiny.json")) {}
     explicit EditorFixture(const sim::SystemDescription& system) : bench(system, {}, 0) {
         bench.Open(3);
         editor = std::make_unique<editor::Editor>(
-            bench.state, [this]() -> model::OutFormatConfig& { return root; },
+            bench.state,
+            [this]() -> model::OutFormatConfig& {
+                if (rootFails)
+                    throw Error(error_number::kOverflow);
+                return root;
+            },
             [this]() -> model::ToolItems& { return catalogue; }, *this);
         editor->runDialog = [this](controls::Dialog& dialog) { RunDialog(dialog); };
         Load();
