@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <commdlg.h>
 #include <stdexcept>
 
 #include "host/app/orvhost/commands.h"
@@ -80,6 +81,38 @@ TEST_F(PlayerTest, StopsAtTheFirstFailure) {
     EXPECT_THAT(host.said, ElementsAre(L"> print host 0", L"failed: no such parameter"));
     EXPECT_EQ(host.terminated, 0);
     EXPECT_EQ(player->Status(), 1);
+}
+
+TEST_F(PlayerTest, WhatIsExpectedOtherwiseIsAFailure) {
+    Play("expect result 2\nexpect host 6:1 6/1\nexpect device 1 device\n");
+    EXPECT_EQ(player->Status(), 0);
+    EXPECT_EQ(host.said.back(), L"ok");
+    closed = false;
+    Play("expect host 6 6/1\nterminate\n");
+    EXPECT_EQ(host.said.back(), L"failed: it is \"6/0\", not \"6/1\"");
+    EXPECT_EQ(player->Status(), 1);
+    EXPECT_EQ(host.terminated, 0);
+    for (const char* script : {"inside print result\n", "expect-file x.txt\n"}) {
+        closed = false;
+        Play(script);
+        EXPECT_EQ(player->Status(), 1) << script;
+    }
+}
+
+TEST_F(PlayerTest, AFileDialogIsGivenItsFile) {
+    player = std::make_unique<Player>(ParseScript("expect-file some name.txt\nprint result\n"), host,
+                                      std::filesystem::path(), 5);
+    player->Idle();
+    std::wstring path(MAX_PATH, L'\0');
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = MAX_PATH;
+    dialog.Flags = OFN_EXPLORER | OFN_NOCHANGEDIR;
+    EXPECT_TRUE(GetSaveFileNameW(&dialog));
+    path.resize(wcslen(path.c_str()));
+    EXPECT_TRUE(path.ends_with(L"\\some name.txt")) << path.size();
+    EXPECT_EQ(player->Status(), 0);
 }
 
 TEST_F(PlayerTest, AControlThatIsNotThereIsAFailure) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -73,6 +74,43 @@ TEST(Script, TakesExpectedBoxesWithTheirAnswers) {
         EXPECT_NE(Complaint(wrong), "") << wrong;
 }
 
+TEST(Script, TakesItemsAndDrags) {
+    const auto clicked = Only("click tbrCodeType Code 39");
+    EXPECT_EQ(clicked.verb, Verb::Click);
+    EXPECT_EQ(clicked.text, L"Code 39");
+    EXPECT_EQ(Only("uncheck lvwCodes(2) 1 - A").index, 2);
+    EXPECT_EQ(Only("enter mbeHeader <STX>A").text, L"\002A");
+    EXPECT_EQ(Only("enter txtMin").text, L"");
+    const auto dragged = Only("drag tbrItems Time to decode to pls 3");
+    EXPECT_EQ(dragged.name, L"tbrItems");
+    EXPECT_EQ(dragged.text, L"Time to decode");
+    EXPECT_EQ(dragged.target, L"pls");
+    EXPECT_EQ(dragged.number, 3);
+    for (const char* wrong : {"click tbr", "check", "drag a b", "drag a b to pls", "drag a b to pls x",
+                              "drag a to pls 1", "double-click pls", "enter", "enter a <NOPE>", "expect-file"})
+        EXPECT_NE(Complaint(wrong), "") << wrong;
+}
+
+TEST(Script, TakesWhatIsExpected) {
+    const auto value = Only("expect value txtMin 5");
+    EXPECT_EQ(value.verb, Verb::ExpectValue);
+    EXPECT_EQ(value.text, L"5");
+    EXPECT_EQ(Only("expect value lblHint").text, L"");
+    const auto host = Only("expect host 351:4  a b ");
+    EXPECT_EQ(host.number, 351);
+    EXPECT_EQ(host.element, 4);
+    EXPECT_EQ(host.text, L"a b");
+    EXPECT_EQ(Only("expect device 6").text, L"");
+    EXPECT_EQ(Only("expect result -1").number, -1);
+    EXPECT_EQ(Only("expect node Formats/1 - *").verb, Verb::ExpectNode);
+    const auto inside = Only("inside expect disabled cmdOK");
+    EXPECT_TRUE(inside.inside);
+    EXPECT_EQ(inside.verb, Verb::ExpectDisabled);
+    for (const char* wrong : {"expect", "expect value", "expect host", "expect host x 1", "expect result",
+                              "expect result a", "expect enabled", "expect node", "inside", "meanwhile inside quit"})
+        EXPECT_NE(Complaint(wrong), "") << wrong;
+}
+
 TEST(Script, MarksWhatRunsWhileTheComponentWaits) {
     const auto command = Only("meanwhile picture box.bmp");
     EXPECT_TRUE(command.meanwhile);
@@ -101,11 +139,16 @@ TEST(Script, ExpandsTheNamesOfCharacters) {
 }
 
 TEST(Script, EveryShippedScriptCanBePlayed) {
-    std::ifstream in(ORV_SOURCE_DIR "/samples/tour.play", std::ios::binary);
-    ASSERT_TRUE(in);
-    const std::string text(std::istreambuf_iterator<char>(in), {});
-    const auto commands = ParseScript(text);
-    EXPECT_GT(commands.size(), 10u);
+    int scripts = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ORV_SOURCE_DIR "/samples")) {
+        if (entry.path().extension() != ".play")
+            continue;
+        std::ifstream in(entry.path(), std::ios::binary);
+        const std::string text(std::istreambuf_iterator<char>(in), {});
+        EXPECT_GT(ParseScript(text).size(), 3u) << entry.path();
+        ++scripts;
+    }
+    EXPECT_GE(scripts, 6);
 }
 
 } // namespace

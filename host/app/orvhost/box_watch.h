@@ -31,11 +31,16 @@ class BoxWatch {
     std::function<void(const std::string&)> fail;
 
     void Expect(Expected box) { expected_.push_back(std::move(box)); }
+    /// What the next dialog that asks for a file is given.
+    void ExpectFile(std::wstring path) { files_.push_back(std::move(path)); }
+    /// Gives an open dialog its file; one that nobody expected is a failure, and is cancelled.
+    void AnswerFileDialog();
     /// Announces boxes that are new; answers whether one is open.
     bool Look();
     /// Answers the open boxes. One that nobody expected is a failure, and is told No or closed.
     void AnswerAll();
     bool ExpectationsLeft() const { return !expected_.empty(); }
+    bool FilesLeft() const { return !files_.empty(); }
     const Expected& NextExpected() const { return expected_.front(); }
 
   private:
@@ -43,6 +48,8 @@ class BoxWatch {
     std::set<HWND> announced_;
     std::set<HWND> answered_;
     std::deque<Expected> expected_;
+    std::deque<std::wstring> files_;
+    HWND fileDialog_ = nullptr; ///< has its answer already
 };
 
 } // namespace orv::host

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "host/app/orvhost/item_driver.h"
 #include "host/app/orvhost/script.h"
 #include "host/sim/utf8.h"
 
@@ -60,9 +61,9 @@ HTREEITEM FindNode(HWND tree, HTREEITEM item, const std::wstring& path) {
     for (; item != nullptr; item = Next(tree, TVGN_NEXT, item)) {
         const HTREEITEM child = Next(tree, TVGN_CHILD, item);
         const std::wstring text = ItemText(tree, item);
-        if (text == path)
+        if (Matches(text, path))
             return item;
-        const bool down = slash != std::wstring::npos && text == path.substr(0, slash);
+        const bool down = slash != std::wstring::npos && Matches(text, path.substr(0, slash));
         if (const HTREEITEM found = down ? FindNode(tree, child, path.substr(slash + 1)) : nullptr)
             return found;
         if (const HTREEITEM found = slash == std::wstring::npos ? FindNode(tree, child, path) : nullptr)
@@ -71,7 +72,20 @@ HTREEITEM FindNode(HWND tree, HTREEITEM item, const std::wstring& path) {
     return nullptr;
 }
 
+BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+    if (!IsClass(window, L"OrvOutFormat.Dialog") || !IsWindowVisible(window) || !IsWindowEnabled(window))
+        return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
 } // namespace
+
+HWND OpenDialog() {
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
 
 HWND ControlDriver::Find(const std::wstring& name, std::int32_t index) const {
     static const UINT question = RegisterWindowMessageW(L"OrvFindControl");
@@ -123,7 +137,25 @@ std::wstring ControlDriver::Value(const std::wstring& name, std::int32_t index) 
     const HWND window = Find(name, index);
     if (IsClass(window, WC_BUTTONW) && (GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) > BS_DEFPUSHBUTTON)
         return SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED ? L"1" : L"0";
-    return WindowText(window);
+    if (IsClass(window, WC_TREEVIEWW))
+        return ItemText(window, Next(window, TVGN_CARET, nullptr));
+    const bool items =
+        IsClass(window, WC_LISTVIEWW) || IsClass(window, WC_TABCONTROLW) || IsClass(window, TOOLBARCLASSNAMEW);
+    return items ? ItemsShown(window) : WindowText(window);
+}
+
+void ControlDriver::Enter(const std::wstring& name, std::int32_t index, const std::wstring& text) const {
+    Focus(name, index);
+    const HWND edit = GetFocus();
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    if (text.empty())
+        PostMessageW(edit, WM_KEYDOWN, VK_DELETE, 1);
+    TypeText(text);
+}
+
+bool ControlDriver::HasNode(const std::wstring& path) const {
+    const HWND tree = Find(L"tvw", kNoIndex);
+    return FindNode(tree, Next(tree, TVGN_ROOT, nullptr), path) != nullptr;
 }
 
 void ControlDriver::SelectNode(const std::wstring& path) const {

@@ -9,7 +9,7 @@ namespace orv::host {
 
 class ControlDriver {
   public:
-    /// `control` is the add-on's window.
+    /// `control` is the add-on's window, or that of a dialog of its.
     explicit ControlDriver(HWND control) : control_(control) {}
 
     HWND Find(const std::wstring& name, std::int32_t index) const;
@@ -21,13 +21,21 @@ class ControlDriver {
     void Press(const std::wstring& name, std::int32_t index) const;
     /// Text of an edit, entry of a combo, "1" or "0" of a check or option button.
     void Set(const std::wstring& name, std::int32_t index, const std::wstring& value) const;
+    /// Replaces what an edit holds, as typed; the characters are posted.
+    void Enter(const std::wstring& name, std::int32_t index, const std::wstring& text) const;
+    /// As Set takes it; of a list, strip or toolbar what it shows (item_driver.h), of a tree the selected node.
     std::wstring Value(const std::wstring& name, std::int32_t index) const;
-    /// Clicks the tree's node of that text, or of a path of texts joined by "/".
+    /// Clicks the tree's node of that text, or of a path of texts joined by "/"; "*" at the end of a text stands for
+    /// the rest of it.
     void SelectNode(const std::wstring& path) const;
+    bool HasNode(const std::wstring& path) const;
 
   private:
     HWND control_;
 };
+
+/// The dialog of the component that has the keyboard to itself now; null when there is none, or a box over it.
+HWND OpenDialog();
 
 /// Posts the text as characters to whatever has the keyboard.
 void TypeText(const std::wstring& text);

@@ -1,5 +1,6 @@
 #include "host/app/orvhost/player.h"
 
+#include "host/app/orvhost/control_driver.h"
 #include "host/app/orvhost/transcript.h"
 #include "host/sim/bench_host.h"
 #include "host/sim/utf8.h"
@@ -43,19 +44,26 @@ bool Player::NextIsMeanwhile() const {
     return !ended_ && next_ < commands_.size() && commands_[next_].meanwhile;
 }
 
+bool Player::NextIsInside() const {
+    return !ended_ && next_ < commands_.size() && commands_[next_].inside;
+}
+
 void Player::Tick() {
     stalledTicks_ = handled_ == handledAtTick_ ? stalledTicks_ + 1 : 0;
     handledAtTick_ = handled_;
     // Not after the end: a component that does not let go then is the watchdog's.
     if (!ended_)
         host_.Alive();
-    if (busy_)
+    if (busy_ && !inKey_)
         return;
+    boxes_.AnswerFileDialog();
     const bool boxOpen = boxes_.Look();
     if (NextIsMeanwhile() && (boxOpen || stalledTicks_ >= kStalled))
         RunNow();
     else if (boxOpen)
         boxes_.AnswerAll();
+    else if (NextIsInside() && OpenDialog() != nullptr)
+        RunNow();
     if (!ended_ && GetTickCount64() - begun_ > limit_)
         Fail("time limit reached");
 }
@@ -65,6 +73,8 @@ void Player::Idle() {
         return;
     Finish();
     if (next_ == commands_.size()) {
+        if (boxes_.FilesLeft())
+            return Fail("the file dialog expected never came");
         if (boxes_.ExpectationsLeft())
             return Fail("the box expected in line " + std::to_string(boxes_.NextExpected().line) + " never came");
         ended_ = true;
@@ -74,6 +84,10 @@ void Player::Idle() {
     if (NextIsMeanwhile()) {
         Begin();
         return Fail("nothing is waiting");
+    }
+    if (NextIsInside()) {
+        Begin();
+        return Fail("no dialog is open");
     }
     RunNow();
 }
@@ -87,7 +101,13 @@ void Player::Begin() {
 void Player::RunNow() {
     Begin();
     pending_ = true;
-    busy_ = true;
+    const bool outer = std::exchange(busy_, true);
+    const bool inKey = std::exchange(inKey_, false);
+    if (inKey) {
+        // A key opened what this runs in; it is let go by now.
+        BYTE up[256] = {};
+        SetKeyboardState(up);
+    }
     try {
         Execute(commands_[next_ - 1]);
     } catch (const Error& failure) {
@@ -95,7 +115,8 @@ void Player::RunNow() {
     } catch (const std::exception& failure) {
         Fail(failure.what());
     }
-    busy_ = false;
+    busy_ = outer;
+    inKey_ = inKey;
     stalledTicks_ = 0;
 }
 

@@ -59,11 +59,13 @@ class Player {
     void Execute(const ScriptCommand& command);
     void ExecuteOnControl(const ScriptCommand& command);
     void Print(const ScriptCommand& command);
+    std::wstring Asked(const ScriptCommand& command);
     void SendKey(const std::wstring& name);
     void RunMenu(const std::wstring& caption);
     void TakeShot(const std::wstring& name);
     void Post(int command);
     bool NextIsMeanwhile() const;
+    bool NextIsInside() const;
 
     static Player* instance_;
     PlayerHost& host_;
@@ -74,7 +76,8 @@ class Player {
     bool pending_ = false; ///< the last command's outcome is not printed yet
     bool failed_ = false;
     bool ended_ = false;
-    bool busy_ = false; ///< a command of ours is on the stack and pumps
+    bool busy_ = false;  ///< a command of ours is on the stack and pumps
+    bool inKey_ = false; ///< a key of ours is on the stack, and what it opened has a loop of its own
     unsigned long handled_ = 0;
     unsigned long handledAtTick_ = 0;
     int stalledTicks_ = 0;

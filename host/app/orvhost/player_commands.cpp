@@ -3,6 +3,7 @@
 #include "host/app/orvhost/commands.h"
 #include "host/app/orvhost/control_driver.h"
 #include "host/app/orvhost/frame_menu.h"
+#include "host/app/orvhost/item_driver.h"
 #include "host/app/orvhost/player.h"
 #include "host/app/orvhost/window_picture.h"
 #include "host/sim/utf8.h"
@@ -32,6 +33,69 @@ class HeldKeys {
     std::array<BYTE, 256> before_{};
 };
 
+void Compare(const std::wstring& found, const std::wstring& expected) {
+    if (found != expected)
+        throw std::runtime_error("it is \"" + sim::ToUtf8(found) + "\", not \"" + sim::ToUtf8(expected) + "\"");
+}
+
+/// A text that is too long for a script may end in "*".
+void ExpectValue(const std::wstring& found, const std::wstring& expected) {
+    if (!Matches(found, expected))
+        Compare(found, expected);
+}
+
+void Require(bool holds, const char* otherwise) {
+    if (!holds)
+        throw std::runtime_error(otherwise);
+}
+
+/// False when the command is none of these; so below.
+bool ExecuteOnItems(const ScriptCommand& command, const ControlDriver& control) {
+    const auto window = [&] { return control.FindUsable(command.name, command.index); };
+    switch (command.verb) {
+    case Verb::Click:
+    case Verb::DoubleClick:
+        ClickItem(window(), FindItem(window(), command.text), command.verb == Verb::DoubleClick);
+        return true;
+    case Verb::Check:
+    case Verb::Uncheck:
+        CheckItem(window(), FindItem(window(), command.text), command.verb == Verb::Check);
+        return true;
+    case Verb::Drag:
+        DragItem(window(), FindItem(window(), command.text), control.FindUsable(command.target, kNoIndex),
+                 command.number);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ExpectOfControl(const ScriptCommand& command, const ControlDriver& control) {
+    const auto window = [&] { return control.Find(command.name, command.index); };
+    switch (command.verb) {
+    case Verb::ExpectEnabled:
+        control.FindUsable(command.name, command.index);
+        return true;
+    case Verb::ExpectDisabled:
+        Require(!IsWindowEnabled(window()), "it is enabled");
+        return true;
+    case Verb::ExpectVisible:
+        Require(IsWindowVisible(window()), "it is not visible");
+        return true;
+    case Verb::ExpectHidden:
+        Require(!IsWindowVisible(window()), "it is visible");
+        return true;
+    case Verb::ExpectNode:
+        Require(control.HasNode(command.text), "there is no such node");
+        return true;
+    case Verb::ExpectValue:
+        ExpectValue(control.Value(command.name, command.index), command.text);
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 void Player::Post(int command) {
@@ -54,6 +118,13 @@ void Player::Execute(const ScriptCommand& command) {
         return;
     case Verb::ExpectBox:
         return boxes_.Expect({command.line, command.text, command.answer});
+    case Verb::ExpectFile:
+        return boxes_.ExpectFile(command.text);
+    case Verb::ExpectHost:
+    case Verb::ExpectDevice:
+    case Verb::ExpectResult:
+        return Compare(Asked(command),
+                       command.verb == Verb::ExpectResult ? std::to_wstring(command.number) : command.text);
     case Verb::Picture:
         return TakeShot(command.text);
     case Verb::Save:
@@ -77,7 +148,10 @@ void Player::Execute(const ScriptCommand& command) {
 }
 
 void Player::ExecuteOnControl(const ScriptCommand& command) {
-    const ControlDriver control(host_.ControlWindow());
+    const HWND dialog = OpenDialog();
+    const ControlDriver control(dialog != nullptr ? dialog : host_.ControlWindow());
+    if (ExecuteOnItems(command, control) || ExpectOfControl(command, control))
+        return;
     switch (command.verb) {
     case Verb::Select:
         return control.SelectNode(command.text);
@@ -85,6 +159,8 @@ void Player::ExecuteOnControl(const ScriptCommand& command) {
         return control.Focus(command.name, command.index);
     case Verb::Set:
         return control.Set(command.name, command.index, command.text);
+    case Verb::Enter:
+        return control.Enter(command.name, command.index, command.text);
     case Verb::Press:
         return control.Press(command.name, command.index);
     case Verb::PrintEnabled:
@@ -96,11 +172,21 @@ void Player::ExecuteOnControl(const ScriptCommand& command) {
     }
 }
 
+std::wstring Player::Asked(const ScriptCommand& command) {
+    switch (command.verb) {
+    case Verb::PrintResult:
+    case Verb::ExpectResult:
+        return std::to_wstring(host_.Result());
+    case Verb::PrintHost:
+    case Verb::ExpectHost:
+        return host_.HostValue(command.number, command.element);
+    default:
+        return host_.DeviceValue(command.number, command.element);
+    }
+}
+
 void Player::Print(const ScriptCommand& command) {
-    if (command.verb == Verb::PrintResult)
-        return host_.Say(L"= " + std::to_wstring(host_.Result()));
-    host_.Say(L"= " + (command.verb == Verb::PrintHost ? host_.HostValue(command.number, command.element)
-                                                       : host_.DeviceValue(command.number, command.element)));
+    host_.Say(L"= " + Asked(command));
 }
 
 void Player::SendKey(const std::wstring& name) {
@@ -114,7 +200,9 @@ void Player::SendKey(const std::wstring& name) {
     MSG up{focus,      stroke.alt ? UINT{WM_SYSKEYUP} : UINT{WM_KEYUP},
            stroke.key, static_cast<LPARAM>(0xC0000001 | (stroke.alt ? 0x20000000u : 0u)),
            0,          {}};
+    inKey_ = true;
     host_.Pump().Handle(down);
+    inKey_ = false;
     if (IsWindow(focus))
         host_.Pump().Handle(up);
 }

@@ -13,7 +13,20 @@ namespace {
 
 constexpr std::wstring_view kBlanks = L" \t\r";
 
-enum class Shape { Nothing, Text, Typed, Control, ControlAndText, Box, Question };
+enum class Shape {
+    Nothing,
+    Text,
+    Typed,
+    Number,
+    Control,
+    ControlAndText,
+    ControlAndTyped,
+    ControlAndItem,
+    Drag,
+    Box,
+    Question,
+    QuestionAndText
+};
 
 struct Form {
     std::wstring_view words;
@@ -33,8 +46,24 @@ constexpr std::array kForms = {
     Form{L"type", Verb::Type, Shape::Typed},
     Form{L"key", Verb::Key, Shape::Text},
     Form{L"set", Verb::Set, Shape::ControlAndText},
+    Form{L"enter", Verb::Enter, Shape::ControlAndTyped},
     Form{L"press", Verb::Press, Shape::Control},
+    Form{L"click", Verb::Click, Shape::ControlAndItem},
+    Form{L"double-click", Verb::DoubleClick, Shape::ControlAndItem},
+    Form{L"check", Verb::Check, Shape::ControlAndItem},
+    Form{L"uncheck", Verb::Uncheck, Shape::ControlAndItem},
+    Form{L"drag", Verb::Drag, Shape::Drag},
     Form{L"expect-box", Verb::ExpectBox, Shape::Box},
+    Form{L"expect-file", Verb::ExpectFile, Shape::Text},
+    Form{L"expect host", Verb::ExpectHost, Shape::QuestionAndText},
+    Form{L"expect device", Verb::ExpectDevice, Shape::QuestionAndText},
+    Form{L"expect result", Verb::ExpectResult, Shape::Number},
+    Form{L"expect enabled", Verb::ExpectEnabled, Shape::Control},
+    Form{L"expect disabled", Verb::ExpectDisabled, Shape::Control},
+    Form{L"expect visible", Verb::ExpectVisible, Shape::Control},
+    Form{L"expect hidden", Verb::ExpectHidden, Shape::Control},
+    Form{L"expect node", Verb::ExpectNode, Shape::Text},
+    Form{L"expect value", Verb::ExpectValue, Shape::ControlAndText},
     Form{L"picture", Verb::Picture, Shape::Text},
     Form{L"print host", Verb::PrintHost, Shape::Question},
     Form{L"print device", Verb::PrintDevice, Shape::Question},
@@ -111,6 +140,35 @@ void ParseBox(std::wstring_view rest, ScriptCommand& command) {
         throw std::invalid_argument("an answer is yes, no or ok");
 }
 
+/// ITEM to CONTROL GAP; the item's text may hold a "to" of its own.
+void ParseDrag(std::wstring_view rest, ScriptCommand& command) {
+    constexpr std::wstring_view marker = L" to ";
+    const auto at = rest.rfind(marker);
+    auto target = at == std::wstring_view::npos ? std::wstring_view() : Trim(rest.substr(at + marker.size()));
+    command.text = Trim(rest.substr(0, at));
+    command.target = TakeWord(target);
+    const auto gap = ParseIndex(target);
+    if (command.text.empty() || command.target.empty() || !gap)
+        throw std::invalid_argument("takes CONTROL ITEM to CONTROL GAP");
+    command.number = *gap;
+}
+
+void ParseQuestion(std::wstring_view word, ScriptCommand& command) {
+    const auto question = sim::ParseQuestion(sim::ToUtf8(word));
+    if (!question)
+        throw std::invalid_argument("a parameter is NUMBER or NUMBER:ELEMENT");
+    command.number = question->number;
+    command.element = question->element;
+}
+
+void ParseNumber(std::wstring_view rest, ScriptCommand& command) {
+    const bool negative = rest.starts_with(L'-');
+    const auto number = ParseIndex(rest.substr(negative ? 1 : 0));
+    if (!number)
+        throw std::invalid_argument("takes a number");
+    command.number = negative ? -*number : *number;
+}
+
 void ParseArguments(Shape shape, std::wstring_view rest, ScriptCommand& command) {
     switch (shape) {
     case Shape::Nothing:
@@ -132,17 +190,28 @@ void ParseArguments(Shape shape, std::wstring_view rest, ScriptCommand& command)
         ParseControl(TakeWord(rest), command);
         command.text = rest;
         return; // an empty value is one
+    case Shape::ControlAndTyped:
+        ParseControl(TakeWord(rest), command);
+        command.text = ExpandTokens(rest);
+        return;
+    case Shape::ControlAndItem:
+        ParseControl(TakeWord(rest), command);
+        command.text = rest;
+        break;
+    case Shape::Drag:
+        ParseControl(TakeWord(rest), command);
+        return ParseDrag(rest, command);
+    case Shape::Number:
+        return ParseNumber(rest, command);
     case Shape::Box:
         ParseBox(rest, command);
         return;
-    case Shape::Question: {
-        const auto question = sim::ParseQuestion(sim::ToUtf8(rest));
-        if (!question)
-            throw std::invalid_argument("a parameter is NUMBER or NUMBER:ELEMENT");
-        command.number = question->number;
-        command.element = question->element;
+    case Shape::Question:
+        return ParseQuestion(rest, command);
+    case Shape::QuestionAndText:
+        ParseQuestion(TakeWord(rest), command);
+        command.text = rest;
         return;
-    }
     }
     if (command.text.empty())
         throw std::invalid_argument("an argument is missing");
@@ -153,6 +222,7 @@ ScriptCommand ParseLine(std::wstring_view source) {
     command.source = source;
     auto rest = source;
     command.meanwhile = TakeWords(rest, L"meanwhile");
+    command.inside = !command.meanwhile && TakeWords(rest, L"inside");
     for (const Form& form : kForms) {
         if (!TakeWords(rest, form.words))
             continue;
