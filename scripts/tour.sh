@@ -21,7 +21,14 @@ start_device() {
     return 1
 }
 
+# As Ctrl+C does it, so that the device writes its file when it was told to.
 stop_device() {
+    local tries
+    kill -INT "$DEVICE_PID" 2>/dev/null || true
+    for tries in {1..50}; do
+        kill -0 "$DEVICE_PID" 2>/dev/null || break
+        sleep 0.1
+    done
     kill "$DEVICE_PID" 2>/dev/null || true
     wait "$DEVICE_PID" 2>/dev/null || true
 }
@@ -87,6 +94,18 @@ check_plays() {
     checked close-while-saving samples/tiny.json --silent-after 5
     checked drop-connection samples/tiny.json --silent-after 5
     HOST_OPTIONS="--cluster 1 --device 2 --no-extender" checked slave samples/tunnel.json --cluster 1 --device 2
+    check_session
+}
+
+# A whole session: what was entered is what the host, the device and the export hold, and what a second host shows.
+check_session() {
+    local slave="--cluster 1 --device 2"
+    rm -f out/session-*
+    HOST_OPTIONS="$slave" checked session samples/tunnel.json $slave --save-on-exit out/session-device.json
+    [[ -f out/session-host.json ]] || return 0
+    HOST_OPTIONS="$slave" checked session-again out/session-host.json $slave
+    wine build/win64/bin/outfmt.exe export out/session-host.json $slave -o out/session-model.txt >/dev/null 2>&1 || true
+    python3 scripts/check_session.py out
 }
 
 # A session whose windows are 50 % larger than usual.
