@@ -111,7 +111,11 @@ void BoxWatch::AnswerBox(const OpenBox& box) {
 void BoxWatch::AnswerFileDialog() {
     FileDialog dialog;
     EnumThreadWindows(GetCurrentThreadId(), &FindFileDialog, reinterpret_cast<LPARAM>(&dialog));
-    if (std::exchange(fileDialog_, dialog.window) == dialog.window || dialog.window == nullptr)
+    if (std::exchange(fileDialog_, dialog.window) != dialog.window) {
+        fileAnswered_ = false;
+        return; // it may still be filling itself
+    }
+    if (dialog.window == nullptr || std::exchange(fileAnswered_, true))
         return;
     say(L"file dialog: [" + WindowText(dialog.window) + L"] " + WindowText(dialog.name));
     if (files_.empty()) {

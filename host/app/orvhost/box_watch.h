@@ -49,7 +49,8 @@ class BoxWatch {
     std::set<HWND> answered_;
     std::deque<Expected> expected_;
     std::deque<std::wstring> files_;
-    HWND fileDialog_ = nullptr; ///< has its answer already
+    HWND fileDialog_ = nullptr; ///< seen at the last look
+    bool fileAnswered_ = false;
 };
 
 } // namespace orv::host
