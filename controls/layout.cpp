@@ -66,6 +66,21 @@ class OverlayBox : public LayoutBox {
     std::vector<LayoutPtr> boxes_;
 };
 
+class WhenBox : public LayoutBox {
+  public:
+    WhenBox(const bool& wanted, LayoutPtr box)
+        : LayoutBox(box->GrowsAcross(), box->GrowsDown()), wanted_(wanted), box_(std::move(box)) {}
+    Size Minimum(const TextMeasure& measure) const override { return wanted_ ? box_->Minimum(measure) : Size{}; }
+    void Place(const Rect& area, const TextMeasure& measure) override {
+        if (wanted_)
+            box_->Place(area, measure);
+    }
+
+  private:
+    const bool& wanted_;
+    LayoutPtr box_;
+};
+
 class GroupBox : public LayoutBox {
   public:
     GroupBox(Frame& frame, LayoutPtr content, int padding)
@@ -189,6 +204,10 @@ LayoutPtr Row(std::vector<LayoutPtr> boxes, int gap) {
     for (LayoutPtr& box : boxes)
         grid->Add(std::move(box));
     return grid;
+}
+
+LayoutPtr When(const bool& wanted, LayoutPtr box) {
+    return std::make_unique<WhenBox>(wanted, std::move(box));
 }
 
 LayoutPtr Overlay(std::vector<LayoutPtr> boxes) {

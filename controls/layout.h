@@ -69,6 +69,9 @@ LayoutPtr Row(std::vector<LayoutPtr> boxes, int gap = 8);
 /// Boxes in one and the same place, of which the widgets of one are visible at a time.
 LayoutPtr Overlay(std::vector<LayoutPtr> boxes);
 
+/// Takes no room unless `wanted`, which is asked on each layout and outlives the box: for what another page decides.
+LayoutPtr When(const bool& wanted, LayoutPtr box);
+
 /// A frame with its content inside, below the caption when it is a group box; `padding` all round.
 LayoutPtr Group(Frame& frame, LayoutPtr content, int padding = 8);
 

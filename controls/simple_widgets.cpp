@@ -59,7 +59,8 @@ bool Button::AccessKeyPressed() {
 }
 
 Size Button::MinimumSize(const TextMeasure& measure) const {
-    return {std::max(measure.Width(PlainCaption()) + 2 * measure.Scale(kButtonPadding), measure.Scale(kButtonWidth)),
+    const int least = measure.Scale(narrow_ ? kButtonHeight : kButtonWidth);
+    return {std::max(measure.Width(PlainCaption()) + 2 * measure.Scale(kButtonPadding), least),
             std::max(measure.LineHeight() + measure.Scale(8), measure.Scale(kButtonHeight))};
 }
 

@@ -38,6 +38,8 @@ class Button : public Widget {
     /// The focus may always come here, whatever the widget losing it says (Cancel and the like).
     bool Releases() const { return releases_; }
     void SetReleases(bool releases) { releases_ = releases; }
+    /// As wide as its caption, not as buttons usually are.
+    void SetNarrow(bool narrow) { narrow_ = narrow; }
 
     KeyOutcome HandleKey(const KeyEvent& key) override;
     bool AccessKeyPressed() override;
@@ -47,6 +49,7 @@ class Button : public Widget {
 
   private:
     bool releases_ = false;
+    bool narrow_ = false;
 };
 
 /// A small button that opens a list of texts; choosing one raises an event and changes nothing here.

@@ -73,6 +73,7 @@ void AdvFormatPage::SetCaptions() {
     for (const auto& [widget, caption] : captions)
         widget.SetCaption(Load(caption));
     cmdTransports_.SetCaption(L"...");
+    cmdTransports_.SetNarrow(true);
     cmdTransports_.SetAccessibleName(Load(Id::ChooseTransportsTip));
     txtTransports_.SetAccessibleName(Load(Id::HintTransports));
     output_.SetAccessibleName(Load(Id::FormatOutputName));

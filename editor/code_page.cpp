@@ -68,10 +68,13 @@ CodePage::CodePage(Context& context)
     fraLocalStrings_.SetCaption(Load(Id::LocalStrings));
     fraLocalStrings_.SetGroupBox(true);
     noRead_.field.Label().SetWidest(multipleRead_.field.Label().PlainCaption()); // both boxes begin in one line
-    auto strings = controls::Column(controls::Boxed(noRead_.Layout(), multipleRead_.Layout()), 6);
-    layout_ = controls::Column(controls::Boxed(Cell(tbrCodeType_, controls::Grow::Across),
-                                               controls::Group(fraLocalStrings_, std::move(strings)), length_.Layout(),
-                                               options_.Layout(), controls::Spring(controls::Grow::Down)));
+    auto strings = controls::Column(controls::Boxed(controls::When(offersNoRead_, noRead_.Layout()),
+                                                    controls::When(offersMultipleRead_, multipleRead_.Layout())),
+                                    6);
+    auto local = controls::When(offersStrings_, controls::Group(fraLocalStrings_, std::move(strings)));
+    layout_ =
+        controls::Column(controls::Boxed(Cell(tbrCodeType_, controls::Grow::Across), std::move(local), length_.Layout(),
+                                         options_.Layout(), controls::Spring(controls::Grow::Down)));
 }
 
 model::CodeDef& CodePage::Slot() {
@@ -154,8 +157,11 @@ void CodePage::ShowParts(const model::CodeDef& slot) {
 
 void CodePage::ShowStrings(const model::CodeDef& slot) {
     const model::Codes& codes = context_.root().Codes();
-    const bool noRead = slot.Enabled() && HasLocalNoRead(codes);
-    const bool multipleRead = slot.Enabled() && HasLocalMultipleRead(codes);
+    offersNoRead_ = HasLocalNoRead(codes);
+    offersMultipleRead_ = HasLocalMultipleRead(codes);
+    offersStrings_ = offersNoRead_ || offersMultipleRead_;
+    const bool noRead = slot.Enabled() && offersNoRead_;
+    const bool multipleRead = slot.Enabled() && offersMultipleRead_;
     noRead_.Show(noRead, UsesNoReadText(codes), Load(Id::ReasonNoReadText));
     multipleRead_.Show(multipleRead, UsesMultipleReadText(codes), Load(Id::ReasonMultipleReadText));
     fraLocalStrings_.SetVisible(noRead || multipleRead);

@@ -43,6 +43,9 @@ class CodePage : public Page {
     controls::Toolbar& tbrCodeType_;
     int buttonWidth_ = 0;
     controls::Frame& fraLocalStrings_;
+    bool offersNoRead_ = false; ///< with the present combination, whatever the slot
+    bool offersMultipleRead_ = false;
+    bool offersStrings_ = false;
     LocalString noRead_;
     LocalString multipleRead_;
     CodeLength length_;

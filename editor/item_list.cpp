@@ -74,7 +74,7 @@ controls::PictureList::Row ItemList::RowFor(const model::OutItem& item) {
     controls::PictureList::Row row;
     row.key = position;
     row.picture = PictureOf(entry, item);
-    row.caption = position + L"  " + ItemChip(root, entry, item, userText(item)) + ItemReference(root, entry, item);
+    row.caption = ItemChip(root, entry, item, userText(item)) + ItemReference(root, entry, item);
     row.tip = entry ? entry->TooltipText() : std::wstring();
     row.greyed = entry == nullptr;
     return row;

@@ -66,5 +66,16 @@ TEST_F(LayoutTest, OverlaidBoxesShareOnePlace) {
     EXPECT_EQ(wide.Bounds(), (Rect{10, 20, 100, 16}));
 }
 
+TEST_F(LayoutTest, WhatIsNotWantedTakesNoRoom) {
+    Label& label = NewLabel(L"ab");
+    bool wanted = false;
+    auto box = Column(Boxed(When(wanted, Cell(label)), Cell(NewLabel(L"x"))), 0);
+    EXPECT_EQ(box->Minimum(font), (Size{7, 16}));
+    wanted = true;
+    EXPECT_EQ(box->Minimum(font), (Size{14, 32}));
+    box->Place({0, 0, 50, 32}, font);
+    EXPECT_EQ(label.Bounds(), (Rect{0, 0, 14, 16}));
+}
+
 } // namespace
 } // namespace orv::controls

@@ -33,8 +33,8 @@ TEST_F(AdvFormatPageTest, ShowsTheFormatAndItsItems) {
     EXPECT_EQ(Box(L"mbeAlignFiller").Text(), L".");
     EXPECT_EQ(Caption(L"lblItems"), L"Items 5 of 20");
     ASSERT_EQ(List().Rows().size(), 5u);
-    EXPECT_EQ(List().Rows()[1].caption, L"2  \";<Space><GS>\"");
-    EXPECT_EQ(List().Rows()[2].caption, L"3  " + catalogue.Item(L"Length").ItemText() + L" Dec 3, group 1");
+    EXPECT_EQ(List().Rows()[1].caption, L"\";<Space><GS>\"");
+    EXPECT_EQ(List().Rows()[2].caption, catalogue.Item(L"Length").ItemText() + L" Dec 3, group 1");
     EXPECT_EQ(List().Rows()[2].picture, L"Length");
     EXPECT_EQ(Selected(), 1);
     EXPECT_FALSE(editor->Modified());
@@ -70,7 +70,7 @@ TEST_F(AdvFormatPageTest, TheOutputIsHeaderItemsAndTerminator) {
               L"<ETX>");
     Choose(L"cboItemType", 256 + 6);
     EXPECT_EQ(Output().substr(0, 28), L"Output: <STX> [Hours Dec 2] ");
-    EXPECT_EQ(List().Rows()[0].caption, L"1  Hours Dec 2");
+    EXPECT_EQ(List().Rows()[0].caption, L"Hours Dec 2");
     EXPECT_EQ(Selected(), 1);
 }
 

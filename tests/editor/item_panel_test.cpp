@@ -193,7 +193,7 @@ TEST_F(ItemPanelTest, TextsOfAnItemAreStoredWhenTheyAreLeft) {
     model::OutItem& text = ShowOnly(kMiscellaneous, 0);
     Box(L"mbeUserString").TypeText(L"Line");
     EXPECT_EQ(Output(), L"Output: [\"Line\"]") << "as it is typed";
-    EXPECT_EQ(List().Rows().front().caption, L"1  \"Line\"");
+    EXPECT_EQ(List().Rows().front().caption, L"\"Line\"");
     EXPECT_EQ(text.StringText(), L"");
     editor->Form().SetFocus(Box(L"mbeUserString"));
     editor->Form().SetFocus(List());
@@ -334,7 +334,7 @@ TEST_F(ItemPanelTest, AnUnknownTypeIsShownAndKept) {
     const auto before = planned();
     Click(L"Format4");
     EXPECT_TRUE(List().Rows().front().greyed);
-    EXPECT_EQ(List().Rows().front().caption, L"1  Unknown type 29");
+    EXPECT_EQ(List().Rows().front().caption, L"Unknown type 29");
     EXPECT_EQ(List().Rows().front().picture, L"CheckDigitID");
     const ComboBox& types = Combo(L"cboItemType");
     EXPECT_EQ(types.Entries()[static_cast<std::size_t>(types.Selected())], (ComboBox::Entry{L"Unknown type 29", 29}));

@@ -14,6 +14,7 @@ enum Command : int {
     kDropConnection,
     kClearLog,
     kNextPane,
+    kShowLog,
     kLevelFirst = 200, ///< plus the level
     kClusterFirst = 1000,
     kDeviceFirst = 3000,

@@ -89,6 +89,7 @@ OwnedMenu MakeMenu(const FrameState& state) {
     AddPopup(bar.Get(), std::move(device), L"&Device");
     OwnedMenu log(CreatePopupMenu());
     Add(log.Get(), kNextPane, L"&Next Pane\tCtrl+F6", true);
+    Add(log.Get(), kShowLog, L"Show &Log", true, state.log);
     Add(log.Get(), kClearLog, L"&Clear Log", true);
     AddPopup(bar.Get(), std::move(log), L"&View");
     return bar;

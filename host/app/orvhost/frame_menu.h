@@ -25,6 +25,7 @@ struct FrameState {
     std::wstring link; ///< how the device is reached
     bool hasFile = false;
     bool hasAddOn = false; ///< created
+    bool log = true;       ///< the log pane is shown
     bool modeless = true;  ///< false while the control shows something modal
 };
 

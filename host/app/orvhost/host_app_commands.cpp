@@ -36,6 +36,8 @@ void HostApp::Dispatch(int command) {
         return DropConnection();
     case kClearLog:
         return window_->Log().Clear();
+    case kShowLog:
+        return window_->ToggleLog();
     case kNextPane:
         return NextPane();
     default:
@@ -126,10 +128,12 @@ void HostApp::DropConnection() {
 
 void HostApp::NextPane() {
     const HWND log = window_->Log().Window();
-    if (GetFocus() != log || !session_) {
+    if (IsWindowVisible(log) && (GetFocus() != log || !session_)) {
         SetFocus(log);
         return;
     }
+    if (!session_)
+        return;
     MSG tab{window_->Window(), WM_KEYDOWN, VK_TAB, 1, static_cast<DWORD>(GetMessageTime()), {}};
     session_->Enter(&tab);
 }

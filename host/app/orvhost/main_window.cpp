@@ -93,9 +93,10 @@ void MainWindow::Layout() {
     GetClientRect(window_, &client);
     GetWindowRect(status_, &bar);
     client.bottom -= bar.bottom - bar.top;
-    const LONG height = std::min<LONG>(Scale(kLogHeight, dpi), client.bottom / 3);
+    const LONG height = showsLog_ ? std::min<LONG>(Scale(kLogHeight, dpi), client.bottom / 3) : 0;
     const LONG split = std::max<LONG>(client.bottom - height, 0);
-    MoveWindow(area_, 0, 0, client.right, std::max<LONG>(split - Scale(kGap, dpi), 0), TRUE);
+    const LONG gap = showsLog_ ? Scale(kGap, dpi) : 0;
+    MoveWindow(area_, 0, 0, client.right, std::max<LONG>(split - gap, 0), TRUE);
     log_.Move({0, split, client.right, client.bottom});
     FitStatusParts();
     listener_.OnAreaResized();
@@ -123,16 +124,26 @@ void MainWindow::FitStatusParts() {
 
 void MainWindow::Update(const FrameState& state) {
     state_ = state;
+    state_.log = showsLog_;
     std::wstring title;
     for (const std::wstring& part : {state.caption, state.file, std::wstring(L"Bench Host")})
         title += part.empty() ? L"" : (title.empty() ? L"" : L" - ") + part;
     SetWindowTextW(window_, title.c_str());
-    OwnedMenu menu = MakeMenu(state);
+    OwnedMenu menu = MakeMenu(state_);
     const OwnedMenu old(GetMenu(window_));
     if (SetMenu(window_, menu.Get()))
         menu.Forget();
     FitStatusParts();
     InvalidateRect(area_, nullptr, TRUE);
+}
+
+void MainWindow::ToggleLog() {
+    showsLog_ = !showsLog_;
+    if (!showsLog_ && GetFocus() == log_.Window())
+        listener_.OnCommand(kNextPane);
+    ShowWindow(log_.Window(), showsLog_ ? SW_SHOWNA : SW_HIDE);
+    Update(FrameState(state_));
+    Layout();
 }
 
 void MainWindow::SetStatusText(const std::wstring& text) {

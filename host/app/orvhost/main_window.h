@@ -32,6 +32,7 @@ class MainWindow {
     LogPane& Log() { return log_; }
     void Update(const FrameState& state);
     void SetStatusText(const std::wstring& text);
+    void ToggleLog();
     /// Shortcuts of the frame and Tab from its panes; answers whether it has dealt with the message.
     bool Translate(MSG& message);
     void Destroy();
@@ -55,6 +56,7 @@ class MainWindow {
     HWND status_ = nullptr;
     HWND lastFocus_ = nullptr;
     LogPane log_;
+    bool showsLog_ = true;
     OwnedFont font_;
     OwnedAccelerators accelerators_;
     FrameState state_;
