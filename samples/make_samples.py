@@ -245,6 +245,15 @@ def tiny():
     return [(0, name)], [device(0, 0, "Desk reader", small)]
 
 
+def bare():
+    """A device that knows next to nothing: every field has to say why it is disabled."""
+    dev = Device(0, 0, "Hand reader")
+    dev.add(6, "/OutputFormat/Header", "bytes", 1, [""], length=32)
+    dev.add(7, "/OutputFormat/Terminator", "bytes", 1, [CR], length=32)
+    add_system(dev, {"model": 0, "cluster_name": "Counter"})
+    return [(0, "Counter")], [dev]
+
+
 def compact(value):
     return json.dumps(value, ensure_ascii=False, separators=(",", ":"))
 
@@ -264,7 +273,7 @@ def render(clusters, devices, access_level=3):
 
 def main():
     folder = sys.argv[1] if len(sys.argv) > 1 else os.path.dirname(os.path.abspath(__file__))
-    for name, make in (("conveyor", conveyor), ("tunnel", tunnel), ("tiny", tiny)):
+    for name, make in (("conveyor", conveyor), ("tunnel", tunnel), ("tiny", tiny), ("bare", bare)):
         with open(os.path.join(folder, name + ".json"), "w", encoding="utf-8", newline="\n") as out:
             out.write(render(*make()))
 

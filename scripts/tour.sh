@@ -47,7 +47,7 @@ play() {
     shift 3
     rm -rf "$folder"
     mkdir -p "$folder"
-    timeout 300 wine build/win64/bin/orvhost.exe "$sample" --play "$script" --shots "$folder" "$@" </dev/null | tr -d '\r' || status=$?
+    timeout 900 wine build/win64/bin/orvhost.exe "$sample" --play "$script" --shots "$folder" "$@" </dev/null | tr -d '\r' || status=$?
     to_png "$folder"
     return "$status"
 }
