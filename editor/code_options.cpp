@@ -116,7 +116,11 @@ controls::LayoutPtr CodeOptions::Layout() {
     auto besideCheckDigit = Overlay(
         controls::Boxed(Take(&CodeParts::code39Type), Take(&CodeParts::interleavedType), Take(&CodeParts::startStop)));
     std::vector<controls::LayoutPtr> all;
-    all.push_back(Row(controls::Boxed(Cell(checkDigit_->Box()), std::move(besideCheckDigit)), 16));
+    // In line with the first of what stands beside it, of which there may be two.
+    auto check = controls::Column(controls::Boxed(controls::Spring(controls::Grow::None), Cell(checkDigit_->Box()),
+                                                  controls::Spring(controls::Grow::Down)),
+                                  3);
+    all.push_back(Row(controls::Boxed(std::move(check), std::move(besideCheckDigit)), 16));
     for (Part& part : parts_)
         if (part.layout)
             all.push_back(std::move(part.layout));

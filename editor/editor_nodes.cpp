@@ -97,6 +97,7 @@ void Editor::JumpTo(const std::wstring& key) {
     const std::wstring from = shell_->tvw.SelectedKey();
     shell_->tvw.ClearBold();
     shell_->tvw.SetSelectedKey(key);
+    form_.SetFocus(shell_->tvw); // as after a click there; what had the focus is about to be hidden
     ShowNode(key);
     if (!from.empty() && from != key)
         shell_->tvw.SetBold(from, true);

@@ -44,6 +44,7 @@ EXPECTED = {
         "terminated: 0 host objects in use",
     ],
     "session": ["> press cmdApply", "log:   Writing /Codes/Expression = *", "terminated: 0 host objects in use"],
+    "keyboard": ["> expect device 355:62 3", "terminated: 0 host objects in use"],
     "session-again": ["terminated: 0 host objects in use"],
     "drop-connection": [
         "> meanwhile menu Drop Connection",

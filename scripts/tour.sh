@@ -94,6 +94,7 @@ check_plays() {
     checked close-while-saving samples/tiny.json --silent-after 5
     checked drop-connection samples/tiny.json --silent-after 5
     HOST_OPTIONS="--cluster 1 --device 2 --no-extender" checked slave samples/tunnel.json --cluster 1 --device 2
+    checked keyboard samples/conveyor.json
     check_session
 }
 
@@ -118,13 +119,19 @@ at_dpi() {
 }
 
 shots() {
-    local size
+    local size dpi
     make_prefix
     [[ -n ${DISPLAY:-} ]] || start_display
     register_component
-    for size in 640x480 800x560 1600x1000; do
-        play samples/pages.play samples/conveyor.json "out/shots/$size" --size "$size" --level 3 >/dev/null
+    for dpi in 96 144; do
+        at_dpi "$dpi"
+        for size in 640x480 800x560 1600x1000; do
+            play samples/pages.play samples/conveyor.json "out/shots/$size-$((dpi * 100 / 96))" --size "$size" --level 3 >/dev/null
+        done
     done
+    at_dpi 96
+    play samples/bare.play samples/bare.json out/shots/bare --level 3 --size 800x560 >/dev/null
+    play samples/other-device.play samples/tunnel.json out/shots/other-device --cluster 1 --level 3 --size 800x560 >/dev/null
     play samples/slave.play samples/tunnel.json out/shots/slave --cluster 1 --device 2 --level 3 --size 800x560 >/dev/null
     start_device samples/tiny.json --fail-set /OutputFormat/Header:310
     play samples/failed-save.play samples/tiny.json out/shots/failed --device-at "$DEVICE_AT" --level 3 --size 800x560 >/dev/null
@@ -132,9 +139,6 @@ shots() {
     start_device samples/tiny.json --silent-after 5
     play samples/close-while-saving.play samples/tiny.json out/shots/waiting --device-at "$DEVICE_AT" --size 800x560 >/dev/null
     stop_device
-    at_dpi 144
-    play samples/pages.play samples/conveyor.json out/shots/150-percent --size 1200x840 --level 3 >/dev/null
-    at_dpi 96
     source scripts/gallery.sh
     gallery_shots
     ls out/shots/*/*.png
