@@ -16,7 +16,7 @@ using text::Load;
 
 constexpr int kChoiceWidth = 120;
 constexpr int kFrameWidth = 8;
-constexpr int kFillerWidth = 4;
+constexpr int kFillerWidth = 7;
 constexpr auto kNoIndex = controls::Widget::kNoIndex;
 
 enum Parameter : std::int32_t {

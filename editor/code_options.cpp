@@ -117,9 +117,7 @@ controls::LayoutPtr CodeOptions::Layout() {
         controls::Boxed(Take(&CodeParts::code39Type), Take(&CodeParts::interleavedType), Take(&CodeParts::startStop)));
     std::vector<controls::LayoutPtr> all;
     // In line with the first of what stands beside it, of which there may be two.
-    auto check = controls::Column(controls::Boxed(controls::Spring(controls::Grow::None), Cell(checkDigit_->Box()),
-                                                  controls::Spring(controls::Grow::Down)),
-                                  3);
+    auto check = controls::Column(controls::Boxed(controls::Spring(controls::Grow::None), Cell(checkDigit_->Box())), 3);
     all.push_back(Row(controls::Boxed(std::move(check), std::move(besideCheckDigit)), 16));
     for (Part& part : parts_)
         if (part.layout)

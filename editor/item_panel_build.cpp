@@ -11,7 +11,7 @@ using text::Load;
 
 constexpr int kChoiceWidth = 132;
 constexpr int kFormatWidth = 76;
-constexpr int kFillerWidth = 4;
+constexpr int kFillerWidth = 7;
 constexpr int kRowGap = 6;
 
 enum Parameter : std::int32_t {

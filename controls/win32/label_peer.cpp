@@ -15,9 +15,16 @@ DWORD StyleOf(const Widget& label) {
 } // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Widget& label) : WindowPeer(host, label, {L"STATIC", StyleOf(label)}) {
-    Mirror(Aspect::Caption);
+    WindowPeer::Mirror(Aspect::Caption);
     if (static_cast<const Label&>(label).Heading())
         MakeHeading();
+}
+
+void LabelPeer::Mirror(Aspect aspect) {
+    WindowPeer::Mirror(aspect);
+    // The system draws only the part that is new, and an ellipsis moves with the width.
+    if (aspect == Aspect::Bounds)
+        InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void LabelPeer::MakeHeading() {

@@ -8,6 +8,7 @@ namespace orv::controls::win32 {
 class LabelPeer final : public WindowPeer {
   public:
     LabelPeer(PeerHost& host, Widget& label);
+    void Mirror(Aspect aspect) override;
 
   private:
     void MakeHeading();

@@ -45,6 +45,19 @@ TEST_F(ButtonsTest, AHeadingHasRoomForItsHeavierLetters) {
     SelectObject(dc.Get(), before);
 }
 
+TEST_F(ButtonsTest, ALabelOfAnotherWidthIsDrawnWhole) {
+    label.SetCaption(L"Interleaved 2 of 5");
+    hooks.layout = [this] { label.SetBounds({10, 200, 40, 20}); };
+    Show();
+    const HWND window = WindowOf(L"lblPage");
+    ValidateRect(window, nullptr);
+    label.SetBounds({10, 200, 160, 20});
+    RECT stale{};
+    ASSERT_TRUE(GetUpdateRect(window, &stale, FALSE));
+    EXPECT_EQ(stale.left, 0) << "an ellipsis would stay in the middle of the text";
+    EXPECT_EQ(stale.right, 160);
+}
+
 TEST_F(ButtonsTest, ClickIsAGestureAndStateIsShown) {
     int clicks = 0;
     button.onClick = [&] { ++clicks; };

@@ -19,8 +19,9 @@ bool IsClass(HWND window, const wchar_t* type) {
     return lstrcmpiW(name, type) == 0;
 }
 
+// Posted: what the component does about it may show a box, and the script has to go on then.
 void NotifyParent(HWND child, WORD code) {
-    SendMessageW(GetParent(child), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(child), code), reinterpret_cast<LPARAM>(child));
+    PostMessageW(GetParent(child), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(child), code), reinterpret_cast<LPARAM>(child));
 }
 
 void SetCombo(HWND combo, const std::wstring& value) {
