@@ -19,8 +19,8 @@ using text::Load;
 
 Editor::Editor(device::DeviceState& state, RootAccess root, CatalogueAccess catalogue, Commands& commands)
     : state_(state), root_(std::move(root)), catalogue_(std::move(catalogue)), commands_(commands),
-      form_(state.platform.boxes, state.platform.pump), context_(MakeContext()),
-      shell_(std::make_unique<Shell>(form_)), guide_(std::make_unique<Guide>(state)) {
+      form_(state.platform.boxes, state.platform.pump), context_(MakeContext()), shell_(std::make_unique<Shell>(form_)),
+      guide_(std::make_unique<Guide>(state)) {
     AddPages();
     shell_->AddBottom();
     BindShell();

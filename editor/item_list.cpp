@@ -63,7 +63,7 @@ void ItemList::Fill(int index) {
 void ItemList::Show(int position) {
     Refresh();
     pls_.SetSelected(std::min(position, format_().OutItems().Count()) - 1);
-    selected_[index_] = Selected();
+    selected_[index_] = pls_.Selected() + 1;
     onSelected();
 }
 
@@ -96,7 +96,7 @@ void ItemList::Select() {
             pls_.SetSelected(selected_[index_] - 1);
             return;
         }
-        selected_[index_] = Selected();
+        selected_[index_] = pls_.Selected() + 1;
         onSelected();
     });
 }

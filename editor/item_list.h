@@ -28,7 +28,10 @@ class ItemList {
     controls::LayoutPtr Layout();
 
     /// 1-based; 0 without one.
-    int Selected() const { return pls_.Selected() + 1; }
+    int Selected() const {
+        const auto found = selected_.find(index_);
+        return found == selected_.end() ? 0 : found->second;
+    }
     /// Adds an item behind the selected one, at the end without one.
     void Take(const std::wstring& key);
 

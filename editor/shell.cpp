@@ -84,15 +84,16 @@ void Shell::AddLayouts() {
     };
     wideBottom_ = controls::Column(
         controls::Boxed(hint(), controls::Row(controls::Boxed(help(), check(), spring(), verdict()))), kRowGap);
-    narrowBottom_ = controls::Column(
-        controls::Boxed(hint(), check(), controls::Row(controls::Boxed(help(), spring(), verdict()))), kRowGap);
+    narrowBottom_ = controls::Column(controls::Boxed(hint(), controls::Row(controls::Boxed(help(), check(), spring())),
+                                                     controls::Row(controls::Boxed(spring(), verdict()))),
+                                     kRowGap);
     narrowestBottom_ = controls::Column(
         controls::Boxed(hint(), check(), help(), controls::Row(controls::Boxed(spring(), verdict()))), kRowGap);
 }
 
 controls::LayoutBox& Shell::ChooseBottom(int width, const TextMeasure& measure) {
-    // The full caption where there is room for it; the tool tip and the screen reader have it in any case. The check
-    // box gets a row of its own only where the short one is too wide, too.
+    // The full caption where there is room for it; the tool tip and the screen reader have it in any case. A second row
+    // only where the short one is too wide, too, for the page needs the height.
     for (const Id caption : {Id::NoInteractive, Id::NoInteractiveShort}) {
         chkNoInteractive->SetCaption(Load(caption));
         if (wideBottom_->Minimum(measure).width <= width)

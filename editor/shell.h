@@ -42,8 +42,8 @@ class Shell {
     controls::Rect LayoutHead(const controls::Rect& right, const controls::TextMeasure& measure);
 
     controls::LayoutPtr wideBottom_;
-    controls::LayoutPtr narrowBottom_;    ///< the check box in a row of its own
-    controls::LayoutPtr narrowestBottom_; ///< and the buttons in two
+    controls::LayoutPtr narrowBottom_;    ///< what decides in a row of its own
+    controls::LayoutPtr narrowestBottom_; ///< and the check box in another
 };
 
 /// A text of any length on a label that cuts it: the tool tip is the whole.

@@ -146,6 +146,20 @@ TEST_F(AdvFormatPageTest, AFailedDropSaysSoInItsOwnWords) {
     EXPECT_EQ(List().Rows().size(), 5u);
 }
 
+TEST_F(AdvFormatPageTest, WhatWasTypedBelongsToTheItemThatItWasTypedFor) {
+    const std::wstring before = Item(1, 4).AlignFiller();
+    controls::MBEdit& filler = Box(L"mbeItemAlignFiller");
+    editor->Form().SetFocus(filler);
+    filler.SetSelection(0, filler.TextLength());
+    filler.TypeText(L"*");
+    editor->Form().SetFocus(Button(L"cmdAbout")); // lets go of the field without asking it
+    ASSERT_TRUE(filler.Pending());
+    List().Select(3);
+    EXPECT_EQ(Item(1, 1).AlignFiller(), L"*");
+    EXPECT_EQ(Item(1, 4).AlignFiller(), before);
+    EXPECT_EQ(Selected(), 4);
+}
+
 TEST_F(AdvFormatPageTest, MovesRenumberAndKeepTheItemSelected) {
     struct Case {
         int item;
