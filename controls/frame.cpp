@@ -48,9 +48,9 @@ void Frame::ScrollTo(Point position) {
     if (position == scroll_)
         return;
     scroll_ = position;
-    Mirror(Aspect::Scroll);
     for (const auto& child : Children())
         MirrorOf(*child, Aspect::Bounds);
+    Mirror(Aspect::Scroll); // last: what the children leave behind is drawn anew
 }
 
 void Frame::ScrollIntoView(const Widget& descendant) {
