@@ -141,7 +141,7 @@ bool CodeCombination::RemoveItemsAbove(std::int32_t count) {
                                         .preset = platform::Answer::No};
     if (context_.form.Boxes().Show(question) != platform::Answer::Yes)
         return false;
-    model::RemoveItemsOfGroupsAbove(context_.root(), count); // another root may have come while the box stood
+    model::RemoveItemsOfGroupsAbove(context_.root(), count);
     return true;
 }
 
