@@ -19,6 +19,9 @@ if(WIN32)
   target_compile_definitions(orv_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00 _GLIBCXX_ASSERTIONS)
   target_link_options(orv_options INTERFACE -static -fstack-protector-strong -Wl,--no-insert-timestamp,--enable-stdcall-fixup,--dynamicbase,--nxcompat)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    target_link_options(orv_options INTERFACE -Wl,--high-entropy-va)
+  endif()
 endif()
 
 # orv_room(name SOURCES file... [USES target...])
@@ -52,11 +55,16 @@ function(orv_header_library target)
 endfunction()
 
 # orv_ship(target): debug information goes into a file beside the program, which finds it there; what ships stays small.
+# Its imports are bound to the system's folder.
 function(orv_ship target)
   if(NOT WIN32)
     return()
   endif()
+  find_program(PYTHON3_EXECUTABLE python3 REQUIRED)
+  target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/platform/win32/load_config.cpp)
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/enter_load_config.py)
   add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND ${PYTHON3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/cmake/enter_load_config.py ${CMAKE_NM} $<TARGET_FILE:${target}>
     COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
     COMMAND ${CMAKE_OBJCOPY} --strip-debug --strip-unneeded --add-gnu-debuglink=$<TARGET_FILE:${target}>.debug
             $<TARGET_FILE:${target}>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/full_path.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -29,13 +30,23 @@ std::wstring VersionText(const platform::Version& version) {
     return text;
 }
 
+/// A path as the registry keeps it, without the quotes that some put round it. Empty when there is none, and when it is
+/// not a full one: what is started must not depend on where the application happens to stand.
+std::wstring FullPath(platform::Services& services, const wchar_t* key, const wchar_t* value) {
+    std::wstring path = services.registry.LocalMachineValue(key, value).value_or(std::wstring());
+    if (path.size() > 1 && path.front() == L'"' && path.back() == L'"')
+        path = path.substr(1, path.size() - 2);
+    return platform::IsFullPath(path) ? path : std::wstring();
+}
+
 /// Empty when there is none.
 std::wstring SystemInformationTool(platform::Services& services) {
-    if (const auto path = services.registry.LocalMachineValue(kToolKey, kToolValue))
-        return *path;
-    const auto folder = services.registry.LocalMachineValue(kFolderKey, kFolderValue);
-    const std::wstring path = folder ? *folder + kToolFile : std::wstring();
-    return folder && services.desktop.FileExists(path) ? path : std::wstring();
+    std::wstring path = FullPath(services, kToolKey, kToolValue);
+    if (!path.empty())
+        return path;
+    const std::wstring folder = FullPath(services, kFolderKey, kFolderValue);
+    path = folder + kToolFile;
+    return !folder.empty() && services.desktop.FileExists(path) ? path : std::wstring();
 }
 
 void StartSystemInformation(platform::Services& services) {

@@ -24,10 +24,18 @@ std::wstring LanguageDigits(std::int32_t language) {
     return text::Hex2(static_cast<std::uint8_t>(bits >> 8)) + text::Hex2(static_cast<std::uint8_t>(bits));
 }
 
+/// Names a file of the component's folder, and nothing beside, above or below it.
+bool IsPlainName(const std::wstring& name) {
+    return std::none_of(name.begin(), name.end(), [](wchar_t c) {
+        return static_cast<std::uint32_t>(c) < 0x20 ||
+               std::wstring_view(L"\\/:*?\"<>|").find(c) != std::wstring_view::npos;
+    });
+}
+
 std::wstring NameOfGuide(device::HostApplication& host) {
     std::wstring name = host.HelpName();
     std::erase(name, L'-');
-    return name.empty() ? kDefaultName : name;
+    return name.empty() || !IsPlainName(name) ? kDefaultName : name;
 }
 
 } // namespace

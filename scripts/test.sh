@@ -39,12 +39,12 @@ test_all() {
 
 run_windows() {
     # 32-bit programs cannot run here: what ships is built and looked into.
-    build win32 --target OrvOutFormat orvhost orvdevice
+    build win32 --target OrvOutFormat orvhost orvdevice outfmt
     make_prefix
     start_display
     run_programs win64 wine
     mkdir -p out/test/scripts
-    python3 scripts/inspect_component.py build/win64/bin/OrvOutFormat.ocx build/win32/bin/OrvOutFormat.ocx \
+    python3 scripts/inspect_component.py build/win{64,32}/bin/{OrvOutFormat.ocx,orvhost.exe,orvdevice.exe,outfmt.exe} \
         >out/test/scripts/inspect.log || true
     cat out/test/scripts/inspect.log
     source scripts/tour.sh

@@ -18,6 +18,11 @@ namespace orv::cli {
 
 #ifdef _WIN32
 
+void SearchSystemLibrariesOnly() {
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
+    SetDllDirectoryW(L"");
+}
+
 std::vector<std::string> Arguments(int, char**) {
     // The narrow ones have lost what the system's code page lacks.
     int count = 0;
@@ -38,6 +43,8 @@ bool PrepareStreams() {
 }
 
 #else
+
+void SearchSystemLibrariesOnly() {}
 
 std::vector<std::string> Arguments(int argc, char** argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};

@@ -32,7 +32,8 @@ bool ChangesFont(UINT message, WPARAM wparam) {
 } // namespace
 
 PeerHost::PeerHost(Form& form, const platform::win32::ActivationContext& context, PeerHooks hooks)
-    : form_(form), context_(context), hooks_(std::move(hooks)), richEdit_(LoadLibraryW(L"Msftedit.dll")) {}
+    : form_(form), context_(context), hooks_(std::move(hooks)),
+      richEdit_(LoadLibraryExW(L"Msftedit.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {}
 
 PeerHost::~PeerHost() {
     Detach();

@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "host/app/library_search.h"
 #include "host/sim/ask_device.h"
 #include "host/sim/device_server.h"
 
@@ -132,6 +133,7 @@ int Serve(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    orv::host::SearchSystemLibrariesOnly();
     CLI::App app("Simulated device", "orvdevice");
     Options options;
     Declare(app, options);

@@ -6,6 +6,7 @@
 #include <shellapi.h>
 #include <winver.h>
 
+#include "platform/full_path.h"
 #include "platform/win32/module.h"
 #include "platform/win32/owned.h"
 #include "text/error.h"
@@ -77,6 +78,8 @@ void SystemDesktop::DuplicateFile(const std::wstring& from, const std::wstring& 
 }
 
 void SystemDesktop::StartProcess(const std::wstring& path) {
+    if (!IsFullPath(path))
+        RaiseSystemError(ERROR_BAD_PATHNAME, path);
     // The full path as program name: the command line alone would be searched for, cut at its blanks.
     std::wstring command = L"\"" + path + L"\"";
     STARTUPINFOW startup{};
@@ -89,6 +92,9 @@ void SystemDesktop::StartProcess(const std::wstring& path) {
 }
 
 void SystemDesktop::OpenDocument(const std::wstring& path) {
+    // The shell would also take an address, or search for a name.
+    if (!IsFullPath(path) || !FileExists(path))
+        RaiseSystemError(ERROR_FILE_NOT_FOUND, path);
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;

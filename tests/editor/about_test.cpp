@@ -52,6 +52,22 @@ TEST_F(AboutTest, FindsTheSystemsInformationInEitherPlace) {
              Case{"the whole path", {{kPath, L"C:\\Tools\\info.exe"}, {kFolder, L"D:"}}, {}, L"C:\\Tools\\info.exe"},
              Case{"the folder", {{kFolder, L"D:\\Info"}}, {L"D:\\Info\\MSINFO32.EXE"}, L"D:\\Info\\MSINFO32.EXE"},
              Case{"the folder without the file", {{kFolder, L"D:\\Info"}}, {L"D:\\Info\\OTHER.EXE"}, {}},
+             Case{"blanks in the path", {{kPath, L"C:\\My Tools\\info.exe"}}, {}, L"C:\\My Tools\\info.exe"},
+             Case{"quotes round it", {{kPath, L"\"C:\\My Tools\\info.exe\""}}, {}, L"C:\\My Tools\\info.exe"},
+             Case{"a command line", {{kPath, L"\"C:\\Tools\\info.exe\" /x"}}, {}, {}},
+             Case{"a name alone", {{kPath, L"info.exe"}}, {}, {}},
+             Case{"relative", {{kPath, L"..\\info.exe"}}, {}, {}},
+             Case{"of the present drive", {{kPath, L"\\Tools\\info.exe"}}, {}, {}},
+             Case{"of the drive's present folder", {{kPath, L"C:info.exe"}}, {}, {}},
+             Case{"of another machine", {{kPath, L"\\\\server\\share\\info.exe"}}, {}, {}},
+             Case{"an address", {{kPath, L"http://server/info.exe"}}, {}, {}},
+             Case{"a number", {{kPath, L"&h1F"}}, {}, {}},
+             Case{"nothing in it", {{kPath, L""}}, {}, {}},
+             Case{"not full, the folder is",
+                  {{kPath, L"info.exe"}, {kFolder, L"\"D:\\In fo\""}},
+                  {L"D:\\In fo\\MSINFO32.EXE"},
+                  L"D:\\In fo\\MSINFO32.EXE"},
+             Case{"a folder that is not full", {{kFolder, L"Info"}}, {L"Info\\MSINFO32.EXE"}, {}},
          }) {
         SCOPED_TRACE(c.what);
         bench.platform.registry.values = c.registry;

@@ -54,6 +54,20 @@ TEST_F(GuideTest, TheUsersLanguageElseEnglish) {
     }
 }
 
+TEST_F(GuideTest, AHelpNameLeadsNowhereElse) {
+    for (const wchar_t* name : {L"..\\Other", L"..", L"a/b", L"C:\\Windows\\x", L"x:stream", L"\\\\server\\share\\x",
+                                L"http://x", L"a\"b", L"*", L"a\nb"}) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(name)));
+        bench.host.Application()->helpName = name;
+        desktop.files = {kItalian + L".chm", L"C:\\OrvOutFormat\\" + std::wstring(name) + L"_0410.chm"};
+        desktop.opened.clear();
+        Ask();
+        const bool plain = std::wstring(name) == L"..";
+        EXPECT_EQ(desktop.opened, std::vector{plain ? L"C:\\OrvOutFormat\\.._0410.chm" : kItalian + L".chm"});
+    }
+    EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(GuideTest, ADocumentUnderTheOtherNameIsOpenedAsACopy) {
     for (const auto& [start, document] : std::vector<std::pair<std::string_view, bool>>{{"%PDF-1.4 and on", true},
                                                                                         {"%pDf", true},

@@ -74,6 +74,13 @@ TEST(Desktop, FilesAndProcesses) {
         EXPECT_EQ(error.Number(), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     }
     EXPECT_THROW(desktop.OpenDocument(folder + L"\\none.chm"), Error);
+    // Each of these the system would start, or open, from somewhere.
+    for (const wchar_t* path : {L"cmd.exe", L"cmd", L"\\windows\\system32\\cmd.exe", L"C:cmd.exe", L""}) {
+        EXPECT_THROW(desktop.StartProcess(path), Error) << path;
+        EXPECT_THROW(desktop.OpenDocument(path), Error) << path;
+    }
+    EXPECT_THROW(desktop.OpenDocument(L"http://127.0.0.1/"), Error);
+    EXPECT_THROW(desktop.OpenDocument(folder), Error) << "a folder is no document";
 }
 
 TEST(Desktop, ReadsCopiesAndRemovesFiles) {

@@ -46,7 +46,7 @@ ComPtr<IAddOn> ComponentFile::Create() {
 ComPtr<IAddOn> ComponentFile::CreateFromFile() {
     if (!module_)
         module_ = OwnedModule(
-            LoadLibraryExW(std::filesystem::absolute(file_).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+            LoadLibraryExW(std::filesystem::absolute(file_).c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
     const auto getClass = module_ ? Export<GetClass>(module_.Get(), "DllGetClassObject") : nullptr;
     if (getClass == nullptr)
         throw Error(HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND), file_.wstring() + L" is not a component");

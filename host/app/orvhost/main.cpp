@@ -6,6 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "host/app/library_search.h"
 #include "host/app/orvhost/host_app.h"
 #include "host/app/orvhost/transcript.h"
 #include "host/sim/utf8.h"
@@ -76,6 +77,7 @@ int RunProgram() {
 } // namespace orv::host
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    orv::host::SearchSystemLibrariesOnly();
     try {
         return orv::host::RunProgram();
     } catch (const std::exception& failure) {
