@@ -64,6 +64,11 @@ LSTATUS DeleteValue(HKEY root, const RegistryEntry& entry) {
     return Absent(status) ? ERROR_SUCCESS : status;
 }
 
+std::wstring ParentOf(const std::wstring& path) {
+    const auto cut = path.rfind(L'\\');
+    return cut == std::wstring::npos ? std::wstring() : path.substr(0, cut);
+}
+
 bool Empty(HKEY root, const std::wstring& path) {
     const OwnedKey key = Open(root, path, KEY_READ);
     DWORD keys = 0;
@@ -73,6 +78,39 @@ bool Empty(HKEY root, const std::wstring& path) {
                             nullptr, nullptr) == ERROR_SUCCESS &&
            keys == 0 && values == 0;
 }
+
+/// What stood where an entry is written, to be put back when a later one fails.
+class Former {
+  public:
+    Former(HKEY root, const RegistryEntry& entry) : root_(root), entry_(entry) {
+        for (std::wstring key = entry.key; !key.empty() && !Open(root, key, KEY_READ); key = ParentOf(key))
+            newKeys_.push_back(key);
+        const OwnedKey key = Open(root, entry.key, KEY_QUERY_VALUE);
+        DWORD size = 0;
+        if (!key || RegQueryValueExW(key.Get(), entry.name.c_str(), nullptr, &type_, nullptr, &size) != ERROR_SUCCESS)
+            return;
+        data_.resize(size);
+        had_ = RegQueryValueExW(key.Get(), entry.name.c_str(), nullptr, &type_, data_.data(), &size) == ERROR_SUCCESS;
+    }
+
+    void PutBack() const {
+        if (const OwnedKey key = Open(root_, entry_.key, KEY_SET_VALUE); key && had_)
+            RegSetValueExW(key.Get(), entry_.name.c_str(), 0, type_, data_.data(), static_cast<DWORD>(data_.size()));
+        else
+            DeleteValue(root_, entry_);
+        for (const std::wstring& key : newKeys_)
+            if (Empty(root_, key))
+                RegDeleteKeyW(root_, key.c_str());
+    }
+
+  private:
+    HKEY root_;
+    const RegistryEntry& entry_;
+    std::vector<std::wstring> newKeys_; ///< innermost first
+    bool had_ = false;
+    DWORD type_ = REG_NONE;
+    std::vector<BYTE> data_;
+};
 
 } // namespace
 
@@ -86,11 +124,18 @@ bool RegistrationTable::Present(HKEY root) const {
 }
 
 LSTATUS RegistrationTable::Apply(HKEY root) const {
+    std::vector<Former> replaced;
     for (const RegistryEntry& entry : entries_) {
         if (Holds(root, entry))
             continue;
-        if (const LSTATUS status = Write(root, entry); status != ERROR_SUCCESS)
-            return status;
+        replaced.emplace_back(root, entry);
+        const LSTATUS status = Write(root, entry);
+        if (status == ERROR_SUCCESS)
+            continue;
+        // Half a registration may hide a whole one.
+        for (auto former = replaced.rbegin(); former != replaced.rend(); ++former)
+            former->PutBack();
+        return status;
     }
     return ERROR_SUCCESS;
 }
@@ -103,11 +148,8 @@ LSTATUS RegistrationTable::Undo(HKEY root) const {
         const LSTATUS status = DeleteValue(root, entry);
         if (first == ERROR_SUCCESS)
             first = status;
-        for (std::wstring key = entry.key; !key.empty();) {
+        for (std::wstring key = entry.key; !key.empty(); key = ParentOf(key))
             keys.insert(key);
-            const auto cut = key.rfind(L'\\');
-            key.resize(cut == std::wstring::npos ? 0 : cut);
-        }
     }
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
         if (!Empty(root, *key))
@@ -123,23 +165,17 @@ LSTATUS Register(const RegistrationTable& table, const RegistrationRoots& roots,
     scope = Scope::None;
     LSTATUS status = ERROR_ACCESS_DENIED;
     if (roots.machine) {
-        const bool before = table.Present(roots.machine);
         status = table.Apply(roots.machine);
         if (status == ERROR_SUCCESS) {
             scope = Scope::Machine;
             return roots.user && table.Present(roots.user) ? table.Undo(roots.user) : ERROR_SUCCESS;
         }
-        // What was there before stays: half of it may be another user's working registration.
-        if (!before)
-            table.Undo(roots.machine);
     }
     if (!roots.user)
         return status;
     status = table.Apply(roots.user);
     if (status == ERROR_SUCCESS)
         scope = Scope::User;
-    else
-        table.Undo(roots.user);
     return status;
 }
 

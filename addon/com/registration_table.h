@@ -23,7 +23,7 @@ class RegistrationTable {
     bool Applied(HKEY root) const;
     /// At least one of the keys is there, whatever it says.
     bool Present(HKEY root) const;
-    /// Writes what is missing or different and reads it back. ERROR_SUCCESS, or why not.
+    /// Writes what is missing or different and reads it back. ERROR_SUCCESS, or why not; then everything is as before.
     LSTATUS Apply(HKEY root) const;
     /// Deletes the values, then each key that is left empty, its emptied parents included; what others have put there
     /// stays. Nothing there to delete is a success.
