@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <string>
 
 #include "controls/mb_edit.h"
@@ -11,6 +12,8 @@ namespace orv::controls {
 namespace {
 
 using Value = std::wstring;
+
+constexpr int kLargestFont = 999; ///< points; far beyond any use, far below what a size is reckoned with
 
 [[noreturn]] void Mismatch() {
     throw Error(error_number::kTypeMismatch);
@@ -28,6 +31,9 @@ bool ToBoolean(const Value& value) {
 
 template <typename Number>
 Number ToNumber(std::wstring_view value, int base = 10) {
+    // A character that is no digit of the code page must not become one by losing its upper half.
+    if (std::any_of(value.begin(), value.end(), [](wchar_t c) { return static_cast<std::uint32_t>(c) > 0x7F; }))
+        Mismatch();
     const std::string digits(value.begin(), value.end());
     Number number{};
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
@@ -74,6 +80,8 @@ std::optional<FontChoice> ToFont(const Value& value) {
     font.bold = rest.ends_with(L";bold");
     rest.remove_suffix(font.bold ? 5 : 0);
     font.points = ToNumber<int>(rest);
+    if (font.points < 1 || font.points > kLargestFont)
+        Mismatch();
     return font;
 }
 

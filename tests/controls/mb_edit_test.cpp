@@ -168,6 +168,9 @@ TEST_F(MBEditTest, KeptPropertiesMakeAnEqualBox) {
                                                   {L"TextColor", L"red"},
                                                   {L"Font", L"Face"},
                                                   {L"Font", L"Face;big"},
+                                                  {L"Font", L"Face;0"},
+                                                  {L"Font", L"Face;999999999"},
+                                                  {L"MaxLength", L"\x0131\x0130"},
                                                   {L"BorderStyle", L"1 "}})
         EXPECT_THROW(other.SetProperties({wrong}), Error) << std::string(wrong.first.begin(), wrong.first.end());
 }
