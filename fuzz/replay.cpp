@@ -26,12 +26,11 @@ std::vector<std::uint8_t> Content(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-/// An input that was cut off is the most common kind of bad one. The copy ends where its memory ends, so that a read
-/// past it is seen.
+/// An input that was cut off is the most common kind of bad one where inputs are texts. The copy ends where its memory
+/// ends, so that a read past it is seen.
 void RunWithPrefixes(const std::vector<std::uint8_t>& content) {
-    constexpr std::size_t kPrefixes = 24;
-    const std::size_t step = content.size() / kPrefixes + 1;
-    for (std::size_t size = 0; size < content.size(); size += step) {
+    const std::size_t step = content.size() / (ORV_PREFIXES + 1) + 1;
+    for (std::size_t size = ORV_PREFIXES > 0 ? 0 : content.size(); size < content.size(); size += step) {
         const std::vector<std::uint8_t> prefix(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(size));
         LLVMFuzzerTestOneInput(prefix.data(), prefix.size());
     }
