@@ -2,14 +2,13 @@
 // text, cells, caret and value stay in step, and what is shown and kept of it can be read again.
 #include <algorithm>
 #include <optional>
-#include <span>
-#include <string_view>
 #include <vector>
 
 #include "controls/form.h"
 #include "controls/mb_edit.h"
 #include "controls/mb_edit_rtf.h"
 #include "controls/typed_byte.h"
+#include "fuzz/edit_twin.h"
 #include "fuzz/fixed_font.h"
 #include "fuzz/fuzz.h"
 #include "fuzz/rich_text_reading.h"
@@ -25,119 +24,6 @@ using controls::MBEdit;
 using controls::MBEditCore;
 
 constexpr int kMostSteps = 300;
-
-struct Token {
-    std::uint8_t byte = 0;
-    bool breaksLine = false;
-    bool operator==(const Token&) const = default;
-    std::wstring Shown() const { return breaksLine ? L"\r" : text::ByteToken(byte, true, true); }
-};
-
-using Tokens = std::vector<Token>;
-
-std::size_t Width(std::span<const Token> tokens) {
-    std::size_t width = 0;
-    for (const Token& token : tokens)
-        width += token.Shown().size();
-    return width;
-}
-
-/// What can be taken back, as whole contents.
-class Versions {
-  public:
-    enum class Kind { Alone, Typing, Backspace, Delete };
-
-    void Begin(const Tokens& tokens) {
-        versions_ = {{tokens, Kind::Alone}};
-        at_ = 0;
-        left_.clear();
-    }
-    void Add(const Tokens& tokens, Kind kind) {
-        versions_.resize(at_ + 1);
-        versions_.push_back({tokens, kind});
-        ++at_;
-        left_.clear();
-    }
-    /// A step back leads to where edits of one kind began.
-    void Back(const Tokens& tokens) {
-        Require(at_ > 0, "there is something to take back");
-        left_.push_back(at_);
-        const Kind kind = versions_[at_].kind;
-        for (--at_; versions_[at_].tokens != tokens; --at_)
-            Require(at_ > 0 && versions_[at_].kind == kind && kind != Kind::Alone,
-                    "a step back leads to what was there");
-    }
-    void Forth(const Tokens& tokens) {
-        Require(!left_.empty(), "there is something to do again");
-        at_ = left_.back();
-        left_.pop_back();
-        Require(versions_[at_].tokens == tokens, "a step forth leads to where the step back began");
-    }
-
-  private:
-    struct Version {
-        Tokens tokens;
-        Kind kind;
-    };
-    std::vector<Version> versions_;
-    std::vector<std::size_t> left_;
-    std::size_t at_ = 0;
-};
-
-/// The same edits on tokens, with positions counted in tokens.
-struct Twin {
-    Tokens tokens;
-    std::size_t caret = 0;
-    std::size_t anchor = 0;
-    std::size_t limit = 0;
-
-    std::size_t Low() const { return std::min(caret, anchor); }
-    std::size_t High() const { return std::max(caret, anchor); }
-    std::size_t Offset(std::size_t index) const { return Width(std::span(tokens).first(index)); }
-    std::wstring Text() const {
-        std::wstring text;
-        for (const Token& token : tokens)
-            text += token.Shown();
-        return text;
-    }
-    /// Tokens that end at or before an offset.
-    std::size_t Below(std::size_t offset) const {
-        std::size_t index = 0;
-        for (std::size_t end = 0; index < tokens.size(); ++index)
-            if ((end += tokens[index].Shown().size()) > offset)
-                break;
-        return index;
-    }
-    std::size_t Above(std::size_t offset) const {
-        const std::size_t below = Below(offset);
-        return Offset(below) >= offset ? below : below + 1;
-    }
-    void Put(std::size_t from, std::size_t to) {
-        anchor = from;
-        caret = to;
-    }
-    void Erase() {
-        const auto at = [this](std::size_t index) { return tokens.begin() + static_cast<std::ptrdiff_t>(index); };
-        tokens.erase(at(Low()), at(High()));
-        Put(Low(), Low());
-    }
-    void Insert(std::span<const Token> added) {
-        Erase();
-        for (const Token& token : added) {
-            if (limit != 0 && Width(tokens) + token.Shown().size() > limit)
-                return;
-            tokens.insert(tokens.begin() + static_cast<std::ptrdiff_t>(caret), token);
-            Put(caret + 1, caret + 1);
-        }
-    }
-    void Insert(const Bytes& bytes) {
-        Tokens added;
-        for (const std::uint8_t byte : bytes)
-            added.push_back({byte, false});
-        if (!added.empty())
-            Insert(std::span<const Token>(added));
-    }
-};
 
 class Play {
   public:
@@ -328,12 +214,7 @@ class Play {
         twin_.Put(atStart ? end : start, atStart ? start : end);
     }
 
-    Bytes Selected() const {
-        Bytes bytes;
-        for (std::size_t i = twin_.Low(); i < twin_.High(); ++i)
-            bytes.push_back(twin_.tokens[i].byte);
-        return bytes;
-    }
+    Bytes Selected() const { return twin_.Data(twin_.Low(), twin_.High()); }
     void UseClipboard(std::size_t what) {
         if (what < 2 && twin_.caret != twin_.anchor)
             clipboard_ = Selected();
@@ -391,10 +272,7 @@ class Play {
         Require(core.Caret() == twin_.Offset(twin_.caret), "the caret stands between tokens");
         Require(core.SelStart() == twin_.Offset(twin_.Low()), "the selection begins with a token");
         Require(core.SelStart() + core.SelLength() == twin_.Offset(twin_.High()), "the selection ends with a token");
-        Bytes data;
-        for (const Token& token : twin_.tokens)
-            data.push_back(token.byte);
-        Require(core.Data() == data, "the value is the bytes");
+        Require(core.Data() == twin_.Data(0, twin_.tokens.size()), "the value is the bytes");
         Require(core.SelectedData() == Selected(), "what is selected is a part of them");
         CheckCells();
         CheckRichText();

@@ -30,7 +30,9 @@ std::string Wire(const std::uint8_t* data, std::size_t size) {
     if (size < 2 || data[0] < kRepeat)
         return std::string(all);
     const std::string_view part = all.substr(1);
-    const std::size_t limit = part.size() <= 2 ? 2 * sim::kMaximumLine + 9 : 3000;
+    // Many short lines take long and show nothing else.
+    const bool oneLine = part.size() <= 2 && part.find('\n') == std::string_view::npos;
+    const std::size_t limit = oneLine ? 2 * sim::kMaximumLine + 9 : 3000;
     std::string wire;
     for (std::size_t count = std::size_t{1} << (10 + data[0] - kRepeat); count > 0 && wire.size() < limit; --count)
         wire += part;

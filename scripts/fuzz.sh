@@ -11,7 +11,7 @@ fuzz_one() {
     mkdir -p "$folder/found"
     cp -r "fuzz/corpus/$name" "$folder/corpus"
     # Where each byte was allocated is worth a fifth of the time; a fault is looked into with its input anyway.
-    ASAN_OPTIONS=malloc_context_size=2 "$program" -max_total_time="$seconds" -timeout=30 -print_final_stats=1 -artifact_prefix="$folder/found/" \
+    ASAN_OPTIONS=malloc_context_size=2 "$program" -max_total_time="$seconds" -timeout=120 -print_final_stats=1 -artifact_prefix="$folder/found/" \
         "$folder/corpus" >"$folder/log" 2>&1 </dev/null || status=$?
     fuzz_line "$name" "$folder" "$status"
     return "$status"
@@ -63,7 +63,7 @@ minimise_one() {
     mkdir -p "$kept" "out/fuzz/$name/corpus"
     find "$corpus" -type f -regextype posix-extended ! -regex '.*/[0-9a-f]{40}' -exec cp {} "$kept" \;
     # Edges without the number of times that they were taken: a replay is to be short.
-    "$program" -set_cover_merge=1 -use_counters=0 -timeout=30 "$kept" "$corpus" "out/fuzz/$name/corpus" \
+    "$program" -set_cover_merge=1 -use_counters=0 -timeout=120 "$kept" "$corpus" "out/fuzz/$name/corpus" \
         >"out/fuzz/$name/merge.log" 2>&1 </dev/null || { tail -n 5 "out/fuzz/$name/merge.log"; return 1; }
     rm -f "$corpus"/*
     cp "$kept"/* "$corpus"
