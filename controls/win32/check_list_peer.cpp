@@ -113,24 +113,15 @@ void CheckListPeer::Mirror(Aspect aspect) {
 }
 
 void CheckListPeer::MirrorItems() {
-    const auto count = static_cast<int>(list_.Rows().size());
+    const std::size_t count = list_.Rows().size();
     Send(WM_SETREDRAW, FALSE);
     {
         showing_ = true;
         const platform::Restoring done([this] { showing_ = false; });
-        for (int shown = static_cast<int>(Send(LVM_GETITEMCOUNT)); shown > count; --shown)
-            Send(LVM_DELETEITEM, static_cast<WPARAM>(shown - 1));
-        for (int row = 0; row < count; ++row) {
-            std::wstring text = list_.Rows()[static_cast<std::size_t>(row)].text;
-            LVITEMW item{};
-            item.mask = LVIF_TEXT;
-            item.iItem = row;
-            item.pszText = text.data();
-            if (row < static_cast<int>(Send(LVM_GETITEMCOUNT)))
-                SendPointer(LVM_SETITEMW, 0, &item);
-            else
-                SendPointer(LVM_INSERTITEMW, 0, &item);
-        }
+        for (; shown_.size() > count; shown_.pop_back())
+            Send(LVM_DELETEITEM, shown_.size() - 1);
+        for (std::size_t row = 0; row < count; ++row)
+            MirrorText(row);
     }
     MirrorChecks();
     MirrorSelection();
@@ -139,13 +130,32 @@ void CheckListPeer::MirrorItems() {
     InvalidateRect(Window(), nullptr, TRUE);
 }
 
+void CheckListPeer::MirrorText(std::size_t row) {
+    const bool there = row < shown_.size();
+    const std::wstring& text = list_.Rows()[row].text;
+    if (there && shown_[row].text == text)
+        return;
+    if (!there)
+        shown_.emplace_back();
+    shown_[row].text = text;
+    LVITEMW item{};
+    item.mask = LVIF_TEXT;
+    item.iItem = static_cast<int>(row);
+    item.pszText = shown_[row].text.data();
+    SendPointer(there ? LVM_SETITEMW : LVM_INSERTITEMW, 0, &item);
+}
+
 void CheckListPeer::MirrorChecks() {
     showing_ = true;
     const platform::Restoring done([this] { showing_ = false; });
     for (std::size_t row = 0; row < list_.Rows().size(); ++row) {
+        const bool checked = list_.Rows()[row].checked;
+        if (std::exchange(shown_[row].marked, true) && shown_[row].checked == checked)
+            continue;
+        shown_[row].checked = checked;
         LVITEMW item{};
         item.stateMask = LVIS_STATEIMAGEMASK;
-        item.state = StateOf(list_.Rows()[row].checked);
+        item.state = StateOf(checked);
         SendPointer(LVM_SETITEMSTATE, row, &item);
     }
 }

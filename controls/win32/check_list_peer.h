@@ -24,6 +24,7 @@ class CheckListPeer final : public WindowPeer {
     void ShowLook();
     void MakeBoxes();
     void MirrorItems();
+    void MirrorText(std::size_t row);
     void MirrorChecks();
     void MirrorSelection();
     void FitColumn();
@@ -31,8 +32,16 @@ class CheckListPeer final : public WindowPeer {
     LRESULT Drawing(NMLVCUSTOMDRAW& draw) const;
     LRESULT Press(POINT at, bool twice);
 
+    /// What the window has of a row: messages cost more than a look at it.
+    struct Shown {
+        std::wstring text;
+        bool checked = false;
+        bool marked = false; ///< has a box at all
+    };
+
     CheckList& list_;
     OwnedImageList boxes_;
+    std::vector<Shown> shown_;
     bool showing_ = false; ///< what the window reports now is our own doing
 };
 

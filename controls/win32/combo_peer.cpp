@@ -41,7 +41,6 @@ void ComboPeer::MirrorItems() {
     for (const ComboBox::Entry& entry : combo_.Entries())
         SendPointer(CB_ADDSTRING, 0, entry.text.c_str());
     Send(CB_SETCURSEL, static_cast<WPARAM>(combo_.Selected()));
-    Send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(WidestEntry()));
     Send(WM_SETREDRAW, TRUE);
     InvalidateRect(Window(), nullptr, TRUE);
 }
@@ -78,6 +77,8 @@ void ComboPeer::MirrorBounds() {
 void ComboPeer::Command(WORD code) {
     switch (code) {
     case CBN_DROPDOWN:
+        // Measured when it is seen: most lists are filled and never opened.
+        Send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(WidestEntry()));
         cancelled_ = false;
         combo_.SetDropped(true);
         break;

@@ -3,6 +3,8 @@
 namespace orv::controls::win32 {
 namespace {
 
+constexpr std::size_t kMostWidths = 2000; ///< texts of the user's are measured, too
+
 using platform::win32::OwnedFont;
 using platform::win32::Selected;
 using platform::win32::WindowDc;
@@ -30,6 +32,7 @@ void FontMetrics::Refresh(HWND window) {
 }
 
 void FontMetrics::Measure() {
+    widths_.clear();
     const WindowDc dc(nullptr);
     const Selected selected(dc.Get(), font_.Get());
     TEXTMETRICW metrics{};
@@ -38,10 +41,15 @@ void FontMetrics::Measure() {
 }
 
 int FontMetrics::Width(std::wstring_view text) const {
+    if (const auto known = widths_.find(text); known != widths_.end())
+        return known->second;
     const WindowDc dc(nullptr);
     const Selected selected(dc.Get(), font_.Get());
     SIZE size{};
     GetTextExtentPoint32W(dc.Get(), text.data(), static_cast<int>(text.size()), &size);
+    if (widths_.size() >= kMostWidths)
+        widths_.clear();
+    widths_.emplace(text, size.cx);
     return size.cx;
 }
 

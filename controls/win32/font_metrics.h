@@ -2,6 +2,9 @@
 // The system's message font at the resolution of one window, and what layout asks of it.
 #include "platform/win32/owned.h"
 
+#include <map>
+#include <string>
+
 #include "controls/geometry.h"
 
 namespace orv::controls::win32 {
@@ -24,6 +27,7 @@ class FontMetrics final : public TextMeasure {
     platform::win32::OwnedFont font_;
     int dpi_ = 96;
     int lineHeight_ = 16;
+    mutable std::map<std::wstring, int, std::less<>> widths_; ///< layout asks for the same captions again and again
 };
 
 } // namespace orv::controls::win32

@@ -88,7 +88,10 @@ void PictureListPeer::Select() {
     showing_ = true;
     const platform::Restoring done([this] { showing_ = false; });
     rows_.Select(list_.Selected());
-    InvalidateRect(Window(), nullptr, FALSE);
+    // Of its own accord the window draws less than the whole width anew.
+    for (const int row : {std::exchange(selected_, list_.Selected()), list_.Selected()})
+        if (const RECT area = rows_.AreaOf(row); row >= 0)
+            InvalidateRect(Window(), &area, FALSE);
 }
 
 void PictureListPeer::Scroll() {

@@ -49,6 +49,7 @@ class PictureListPeer final : public WindowPeer {
     PictureListLook look_;
     ListRows rows_;
     int tipRow_ = -1;
+    int selected_ = -1; ///< drawn as that
     bool captured_ = false;
     bool showing_ = false; ///< what the window reports now is our own doing
     ULONGLONG ticked_ = 0;

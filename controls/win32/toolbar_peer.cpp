@@ -95,6 +95,7 @@ BYTE ToolbarPeer::StateOf(int button) const {
 void ToolbarPeer::MirrorButtons() {
     toolbar_.MinimumSize(Host());
     Send(WM_SETREDRAW, FALSE);
+    states_.clear();
     while (Send(TB_BUTTONCOUNT) > 0)
         Send(TB_DELETEBUTTON, 0);
     const Rect cell = toolbar_.PlaceOf(0);
@@ -108,6 +109,7 @@ void ToolbarPeer::MirrorButtons() {
         made.iBitmap = I_IMAGENONE;
         made.idCommand = button + 1;
         made.fsState = StateOf(button);
+        states_.push_back(made.fsState);
         made.fsStyle = static_cast<BYTE>((shown.group != 0 ? BTNS_CHECK : BTNS_BUTTON) | BTNS_NOPREFIX);
         made.iString = reinterpret_cast<INT_PTR>(shown.caption.c_str());
         SendPointer(TB_ADDBUTTONSW, 1, &made);
@@ -122,9 +124,16 @@ void ToolbarPeer::MirrorButtons() {
 }
 
 void ToolbarPeer::MirrorStates() {
-    for (int button = 0; button < static_cast<int>(toolbar_.Buttons().size()); ++button)
-        Send(TB_SETSTATE, static_cast<WPARAM>(button + 1), StateOf(button));
-    InvalidateRect(Window(), nullptr, FALSE);
+    for (std::size_t i = 0; i < states_.size(); ++i) {
+        const int button = static_cast<int>(i);
+        const BYTE state = StateOf(button);
+        if (std::exchange(states_[i], state) == state)
+            continue;
+        Send(TB_SETSTATE, i + 1, state);
+        const Rect place = toolbar_.PlaceOf(button);
+        const RECT area{place.x, place.y, place.Right(), place.Bottom()};
+        InvalidateRect(Window(), &area, FALSE);
+    }
 }
 
 void ToolbarPeer::MirrorCurrent() {

@@ -38,7 +38,8 @@ class ToolbarPeer final : public WindowPeer {
     void Cancel();
 
     Toolbar& toolbar_;
-    int over_ = -1; ///< the button under the pointer
+    std::vector<BYTE> states_; ///< of the window's buttons
+    int over_ = -1;            ///< the button under the pointer
     bool captured_ = false;
 };
 

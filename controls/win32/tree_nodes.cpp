@@ -1,6 +1,8 @@
 #include "controls/win32/tree_nodes.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 
 namespace orv::controls::win32 {
 namespace {
@@ -55,17 +57,24 @@ void TreeNodes::Show(const std::vector<Tree::Node>& nodes) {
 void TreeNodes::Rebuild(const std::vector<Tree::Node>& nodes) {
     TreeView_DeleteAllItems(window_);
     entries_.clear();
+    std::unordered_map<std::wstring_view, std::size_t> places; // of the parents met so far, by the keys in `nodes`
+    std::vector<std::size_t> parents;
     for (const Tree::Node& node : nodes) {
         TVINSERTSTRUCTW insert{};
-        const HTREEITEM parent = node.parentKey.empty() ? nullptr : ItemOf(node.parentKey);
-        insert.hParent = parent != nullptr ? parent : TVI_ROOT;
+        insert.hParent = TVI_ROOT;
+        if (const auto above = places.find(node.parentKey); above != places.end()) {
+            insert.hParent = entries_[above->second].item;
+            if (parents.empty() || parents.back() != above->second)
+                parents.push_back(above->second);
+        }
         insert.hInsertAfter = TVI_LAST;
         insert.item = Described(node);
+        places.emplace(node.key, entries_.size());
         entries_.push_back({node, TreeView_InsertItem(window_, &insert)});
     }
     // An item expands only once it has children.
-    for (const Entry& entry : entries_)
-        Expand(entry);
+    for (const std::size_t parent : parents)
+        Expand(entries_[parent]);
 }
 
 void TreeNodes::Update(Entry& entry, const Tree::Node& node) {

@@ -1,7 +1,5 @@
 #include "controls/win32/window_peer.h"
 
-#include <commctrl.h>
-
 #include "controls/win32/peer_host.h"
 #include "platform/win32/made.h"
 #include "platform/win32/module.h"
@@ -9,7 +7,9 @@
 namespace orv::controls::win32 {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
+WNDPROC ProcedureOfClass(HWND window) {
+    return reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+}
 
 HWND ParentWindow(const PeerHost& host, const Widget& widget) {
     if (widget.Parent() == nullptr)
@@ -41,14 +41,18 @@ void WindowPeer::Open(const WindowSpec& spec) {
                                               reinterpret_cast<HMENU>(static_cast<UINT_PTR>(host_.IdOf(widget_))),
                                               platform::win32::OwnModule(), nullptr),
                               spec.type);
-    SetWindowSubclass(window_, &WindowPeer::Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    // Not by the library's own way to stack procedures: it looks up a property of the window for each message twice.
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    inner_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowPeer::Procedure)));
     SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(host_.Font()), FALSE);
     host_.Register(window_, *this);
     host_.Tips().Set(window_, widget_.ToolTip());
 }
 
 void WindowPeer::Close(HWND window) {
-    RemoveWindowSubclass(window, &WindowPeer::Procedure, kSubclass);
+    // Whoever has put a procedure of theirs in front keeps it; what comes through goes to the window's class.
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     host_.Tips().Set(window, {});
     host_.Names().Clear(window);
     host_.Unregister(window);
@@ -112,7 +116,7 @@ HBRUSH WindowPeer::Colour(HDC dc) {
 }
 
 LRESULT WindowPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
-    return DefSubclassProc(window_, message, wparam, lparam);
+    return CallWindowProcW(inner_, window_, message, wparam, lparam);
 }
 
 LRESULT WindowPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -165,12 +169,13 @@ LRESULT WindowPeer::FocusLost(WPARAM wparam, LPARAM lparam) {
     return result;
 }
 
-LRESULT CALLBACK WindowPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                                       DWORD_PTR self) {
-    auto& peer = *reinterpret_cast<WindowPeer*>(self);
-    PeerHost& host = peer.host_;
+LRESULT CALLBACK WindowPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* peer = reinterpret_cast<WindowPeer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (peer == nullptr)
+        return CallWindowProcW(ProcedureOfClass(window), window, message, wparam, lparam);
+    PeerHost& host = peer->host_;
     try {
-        return peer.Handle(message, wparam, lparam);
+        return peer->Handle(message, wparam, lparam);
     } catch (...) {
         host.ReportFailure();
     }

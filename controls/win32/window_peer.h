@@ -72,8 +72,7 @@ class WindowPeer : public Peer {
     virtual LRESULT TakeKey(UINT message, WPARAM wparam, LPARAM lparam) { return Default(message, wparam, lparam); }
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                                      DWORD_PTR self);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT HandleKeyMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT FocusGained(WPARAM wparam, LPARAM lparam);
     LRESULT FocusLost(WPARAM wparam, LPARAM lparam);
@@ -84,6 +83,7 @@ class WindowPeer : public Peer {
     PeerHost& host_;
     Widget& widget_;
     HWND window_ = nullptr;
+    WNDPROC inner_ = nullptr; ///< what the window had before ours
     std::shared_ptr<const int> life_ = std::make_shared<const int>(0);
 };
 

@@ -95,6 +95,15 @@ TEST_F(CheckListTest, RowsAndSelectionAreShown) {
     EXPECT_EQ(Selected(), -1);
 }
 
+TEST_F(CheckListTest, RowsThatGoAndComeBringTheirOwnBoxes) {
+    list.SetRows({{L"9", 9}});
+    EXPECT_EQ(Checked(), L".");
+    list.SetRows({{L"9", 9, true}, {L"2 - EAN", 2, true}, {L"9", 9}});
+    EXPECT_EQ(Checked(), L"xx.");
+    EXPECT_EQ(ListView_GetItemState(window, 2, LVIS_STATEIMAGEMASK), INDEXTOSTATEIMAGEMASK(1u))
+        << "a row without a box";
+}
+
 TEST_F(CheckListTest, DrawingTheBoxesLeavesTheListItsOwnFrame) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
     const platform::win32::WindowDc dc(container.Get());

@@ -67,6 +67,20 @@ TEST_F(ComboTest, OpenListChoosesOnReturnAndNothingOnEscape) {
     EXPECT_EQ(clicks, 1);
 }
 
+TEST_F(ComboTest, TheOpenListShowsItsLongestEntryWhole) {
+    const std::wstring longest(60, L'W');
+    combo.SetEntries({{L"Short", 0}, {longest, 1}});
+    form.SetFocus(combo);
+    Key(VK_F4);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(window, &info));
+    RECT list{};
+    GetWindowRect(info.hwndList, &list);
+    EXPECT_GT(list.right - list.left, host->Width(longest));
+    Key(VK_ESCAPE);
+}
+
 TEST_F(ComboTest, WheelOverAClosedBoxChangesNothing) {
     form.SetFocus(combo);
     PostMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
