@@ -21,14 +21,40 @@ constexpr float kSettleValue = 7.0F;
 MIBParamCache::MIBParamCache(DeviceState& state) : state_(state), access_(state), target_(state.current) {}
 
 void MIBParamCache::Clear() {
-    parameters_.clear();
+    entries_.clear();
+    queue_.clear();
     target_ = state_.current;
 }
 
+void MIBParamCache::Reserve(std::size_t count, std::size_t characters) {
+    queue_.reserve(count);
+    entries_.reserve(characters);
+}
+
 void MIBParamCache::Add(std::int32_t number, WireType type, Value value, std::int16_t element) {
-    std::wstring entry = access_.EntryName(number, element, target_);
-    if (!entry.empty())
-        parameters_.push_back({std::move(entry), Convert(std::move(value), type)});
+    const std::wstring entry = access_.EntryName(number, element, target_);
+    if (entry.empty())
+        return;
+    queue_.push_back({entries_.size() + entry.size(), Convert(std::move(value), type)});
+    try {
+        entries_ += entry;
+    } catch (...) {
+        queue_.pop_back();
+        throw;
+    }
+}
+
+std::wstring_view MIBParamCache::EntryOf(std::size_t position) const {
+    const std::size_t begin = position == 0 ? 0 : queue_[position - 1].entryEnd;
+    return std::wstring_view(entries_).substr(begin, queue_[position].entryEnd - begin);
+}
+
+std::vector<MIBParameter> MIBParamCache::Parameters() const {
+    std::vector<MIBParameter> parameters;
+    parameters.reserve(queue_.size());
+    for (std::size_t i = 0; i < queue_.size(); ++i)
+        parameters.push_back({std::wstring(EntryOf(i)), queue_[i].value});
+    return parameters;
 }
 
 bool MIBParamCache::Save(bool interactive, bool validate) {
@@ -43,9 +69,10 @@ bool MIBParamCache::Save(bool interactive, bool validate) {
 }
 
 bool MIBParamCache::SaveToConfiguration() {
-    for (const MIBParameter& parameter : parameters_) {
-        access_.Write(parameter.entry, parameter.value, target_);
-        ++written_;
+    std::wstring entry;
+    for (; written_ < queue_.size(); ++written_) {
+        entry = EntryOf(written_);
+        access_.Write(entry, queue_[written_].value, target_);
     }
     return true;
 }
@@ -135,15 +162,18 @@ bool MIBParamCache::Commit(bool validate) {
 
 bool MIBParamCache::WriteAll(COrvMIBSAPMonitor& monitor) {
     SupportObject& support = state_.Support();
-    for (const MIBParameter& parameter : parameters_) {
-        if (!monitor.SetEntry(parameter.entry, parameter.value)) {
+    std::wstring entry;
+    while (written_ < queue_.size()) {
+        entry = EntryOf(written_);
+        const Value& value = queue_[written_].value;
+        if (!monitor.SetEntry(entry, value)) {
             lastSapError_ = monitor.LastError();
-            stoppedAt_ = parameter.entry;
+            stoppedAt_ = entry;
             return false;
         }
-        access_.Write(parameter.entry, parameter.value, target_);
+        access_.Write(entry, value, target_);
         ++written_;
-        support.SetProgress(static_cast<float>(written_) / static_cast<float>(parameters_.size()) * 100.0F);
+        support.SetProgress(static_cast<float>(written_) / static_cast<float>(queue_.size()) * 100.0F);
     }
     return true;
 }

@@ -40,10 +40,13 @@ Value ParameterAccess::Read(const ParameterId& id, std::int16_t element, std::op
     const auto configuration = state_.configuration;
     const std::int32_t remembered = Required(configuration).AccessLevel();
     configuration->SetAccessLevel(level);
-    const platform::Restoring restore([&] { configuration->SetAccessLevel(remembered); });
-    const auto table = Table(state_.current);
-    const EntryHandle entry = Resolve(*table, id, level);
-    return entry != 0 ? table->GetValue(entry, element) : Value();
+    return Restored(
+        [&] {
+            const auto table = Table(state_.current);
+            const EntryHandle entry = Resolve(*table, id, level);
+            return entry != 0 ? table->GetValue(entry, element) : Value();
+        },
+        [&] { configuration->SetAccessLevel(remembered); });
 }
 
 std::wstring ParameterAccess::ReadString(const ParameterId& id, std::int16_t element,
@@ -79,9 +82,9 @@ void ParameterAccess::Write(const std::wstring& path, const Value& value) {
 }
 
 void ParameterAccess::Write(const std::wstring& path, const Value& value, const Target& target) {
-    std::wstring line = L"  Writing " + path + L" = ";
-    AppendLogForm(line, value);
-    state_.platform.debug.Line(line.append(L"..."));
+    line_.assign(L"  Writing ").append(path).append(L" = ");
+    AppendLogForm(line_, value);
+    state_.platform.debug.Line(line_.append(L"..."));
     const auto table = Table(target);
     const EntryHandle entry = table->FindByPath(path, target.accessLevel);
     if (entry == 0)

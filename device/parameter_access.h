@@ -73,6 +73,7 @@ class ParameterAccess {
     Description Describe(std::int32_t number, bool& present, std::optional<std::int32_t> accessLevel = {});
 
     DeviceState& state_;
+    std::wstring line_; ///< of the log; kept, since a save writes thousands of them
 };
 
 } // namespace orv::device

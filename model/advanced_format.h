@@ -40,6 +40,9 @@ class AdvancedFormat {
     bool Load(std::int32_t itemSlots);
     void Save(device::MIBParamCache& cache, std::int32_t itemSlots) const;
 
+    /// Uses the memory of a format that is not needed any more.
+    void Recycle(AdvancedFormat& before) { outItems_.Recycle(before.outItems_); }
+
     static std::span<const Field<AdvancedFormat>> Fields();
 
   private:

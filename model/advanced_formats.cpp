@@ -1,5 +1,8 @@
 #include "model/advanced_formats.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace orv::model {
 namespace {
 
@@ -18,10 +21,15 @@ AdvancedFormat& AdvancedFormats::Add(std::int16_t index, const std::wstring& key
 bool AdvancedFormats::Load() {
     device::ParameterAccess access(state_);
     const std::int16_t count = device::ToInt16(access.Read(kFormatCount));
-    formats_.Clear();
+    auto before = std::exchange(formats_, {});
     itemSlots_ = count > 0 ? access.ElementCount(kItemCategory, kShapeAccessLevel) / count : 0;
-    for (std::int32_t i = 1; i <= count; ++i)
-        Add(static_cast<std::int16_t>(i), Numbered(L"Format", i)).Load(itemSlots_);
+    formats_.Reserve(std::max<std::int32_t>(count, 0));
+    for (std::int32_t i = 1; i <= count; ++i) {
+        AdvancedFormat& format = Add(static_cast<std::int16_t>(i), Numbered(L"Format", i));
+        if (i <= before.Count())
+            format.Recycle(before.Item(i));
+        format.Load(itemSlots_);
+    }
     return true;
 }
 

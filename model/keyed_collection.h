@@ -27,11 +27,13 @@ inline std::wstring Numbered(std::wstring_view name, std::int32_t number) {
 /// exist, and for a key that is taken.
 template <typename Member>
 class KeyedCollection {
+  public:
     struct Slot {
-        const std::wstring* key; ///< of the index; null without one
+        std::wstring key;
         std::unique_ptr<Member> member;
     };
 
+  private:
     template <typename Inner, typename Result>
     class Cursor {
       public:
@@ -66,8 +68,9 @@ class KeyedCollection {
 
     /// Null when no member has the key.
     Member* Find(const std::wstring& key) const {
-        const auto found = keys_.find(key);
-        return found == keys_.end() ? nullptr : found->second;
+        BuildIndex();
+        const auto found = index_.find(key);
+        return found == index_.end() ? nullptr : found->second;
     }
     /// 0 when no member has the key.
     std::int32_t PositionOf(const std::wstring& key) const {
@@ -90,15 +93,18 @@ class KeyedCollection {
         Member& added = *member;
         const auto at =
             position > Count() ? slots_.end() : slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
-        const bool keyed = !key.empty();
-        const auto [entry, isNew] = keyed ? keys_.emplace(std::move(key), &added) : std::pair(keys_.end(), true);
+        if (key.empty() || (at == slots_.end() && IsBehindAll(key))) {
+            slots_.insert(at, Slot{std::move(key), std::move(member)});
+            return added;
+        }
+        BuildIndex();
+        const auto [entry, isNew] = index_.emplace(key, &added);
         if (!isNew)
             throw Error(error_number::kInvalidArgument);
         try {
-            slots_.insert(at, Slot{keyed ? &entry->first : nullptr, std::move(member)});
+            slots_.insert(at, Slot{std::move(key), std::move(member)});
         } catch (...) {
-            if (keyed)
-                keys_.erase(entry);
+            index_.erase(entry);
             throw;
         }
         return added;
@@ -106,24 +112,28 @@ class KeyedCollection {
     Member& Append(std::unique_ptr<Member> member, std::wstring key = {}) {
         return Insert(Count() + 1, std::move(member), std::move(key));
     }
-    void Reserve(std::int32_t count) {
-        slots_.reserve(static_cast<std::size_t>(count));
-        keys_.reserve(static_cast<std::size_t>(count));
-    }
+    void Reserve(std::int32_t count) { slots_.reserve(static_cast<std::size_t>(count)); }
 
     /// The caller owns what it takes out.
     std::unique_ptr<Member> Take(std::int32_t position) {
         const auto at = slots_.begin() + static_cast<std::ptrdiff_t>(Offset(position));
         auto member = std::move(at->member);
-        if (at->key)
-            keys_.erase(*at->key);
+        if (isIndexed_ && !at->key.empty())
+            index_.erase(at->key);
         slots_.erase(at);
         return member;
     }
     std::unique_ptr<Member> Take(const std::wstring& key) { return Take(PositionOf(key)); }
+    /// All of them with their keys, to be used up from the end. What was in `spare` goes, its room is used next.
+    void TakeAll(std::vector<Slot>& spare) {
+        spare.clear();
+        slots_.swap(spare);
+        Clear();
+    }
     void Clear() {
         slots_.clear();
-        keys_.clear();
+        index_.clear();
+        isIndexed_ = false;
     }
 
   private:
@@ -139,8 +149,28 @@ class KeyedCollection {
         return *member;
     }
 
+    /// Without an index the keys stand in growing order: by length, then by character, as numbered ones do. So a load,
+    /// which numbers what it reads, never pays for an index.
+    bool IsBehindAll(const std::wstring& key) const {
+        if (isIndexed_ || slots_.empty())
+            return !isIndexed_;
+        const std::wstring& last = slots_.back().key;
+        return !last.empty() && (last.size() == key.size() ? last < key : last.size() < key.size());
+    }
+    void BuildIndex() const {
+        if (isIndexed_)
+            return;
+        std::unordered_map<std::wstring, Member*> index(slots_.size());
+        for (const Slot& slot : slots_)
+            if (!slot.key.empty())
+                index.emplace(slot.key, slot.member.get());
+        index_ = std::move(index);
+        isIndexed_ = true;
+    }
+
     std::vector<Slot> slots_;
-    std::unordered_map<std::wstring, Member*> keys_;
+    mutable std::unordered_map<std::wstring, Member*> index_; ///< made when first needed
+    mutable bool isIndexed_ = false;
 };
 
 } // namespace orv::model

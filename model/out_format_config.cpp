@@ -152,10 +152,11 @@ bool OutFormatConfig::Save(bool interactive) {
         state_.cache = std::make_unique<device::MIBParamCache>(state_);
     // Released after every save, whatever became of it: the next one starts from the model.
     const Restoring release([this] { state_.cache.reset(); });
-    state_.cache->Reserve(lastSave_.queued);
+    state_.cache->Reserve(lastSave_.queued, queuedCharacters_);
     QueueAll(*state_.cache);
     const bool saved = state_.cache->Save(interactive, false);
-    lastSave_ = {state_.cache->Parameters().size(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};
+    queuedCharacters_ = state_.cache->Characters();
+    lastSave_ = {state_.cache->Count(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};
     if (!saved)
         ReportFailedSave(state_.cache->LastSAPError());
     return saved;

@@ -92,6 +92,7 @@ class OutFormatConfig {
     std::wstring notUsedGlobalTypes_;
     std::wstring transportDescription_;
     SaveReport lastSave_;
+    std::size_t queuedCharacters_ = 0; ///< of the last save's entry names
 };
 
 } // namespace orv::model

@@ -3,7 +3,18 @@
 namespace orv::model {
 
 OutItem& OutItems::Create(std::int16_t index, std::wstring key) {
-    return Add(std::make_unique<OutItem>(), index, std::move(key));
+    if (spare_.empty())
+        return Add(std::make_unique<OutItem>(), index, std::move(key));
+    auto spare = std::move(spare_.back());
+    spare_.pop_back();
+    *spare.member = OutItem();
+    return Add(std::move(spare.member), index, std::move(key));
+}
+
+void OutItems::Recycle(OutItems& before) {
+    items_ = std::move(before.items_);
+    spare_ = std::move(before.spare_);
+    items_.TakeAll(spare_);
 }
 
 OutItem& OutItems::Add(std::unique_ptr<OutItem> item, std::int16_t index, std::wstring key) {

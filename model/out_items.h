@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "model/keyed_collection.h"
 #include "model/out_item.h"
@@ -32,11 +33,15 @@ class OutItems {
     std::unique_ptr<OutItem> Remove(std::int32_t position);
     std::unique_ptr<OutItem> Remove(const std::wstring& key);
     void Clear() { items_.Clear(); }
+    /// Empties both lists. What was in `before` is made anew by the next calls of Create, so that reading a device
+    /// once more does not give back and ask for all its memory.
+    void Recycle(OutItems& before);
 
   private:
     void Renumber(std::int32_t from, int step);
 
     KeyedCollection<OutItem> items_;
+    std::vector<KeyedCollection<OutItem>::Slot> spare_;
 };
 
 } // namespace orv::model

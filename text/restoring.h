@@ -29,4 +29,23 @@ class Restoring {
     int inFlight_;
 };
 
+/// What `action` answers, with `restore` run on every way out by the same rule. For what happens for every parameter:
+/// the plain way costs nothing.
+template <typename Action, typename Restore>
+auto Restored(const Action& action, const Restore& restore) {
+    auto result = [&] {
+        try {
+            return action();
+        } catch (...) {
+            try {
+                restore();
+            } catch (...) {
+            }
+            throw;
+        }
+    }();
+    restore();
+    return result;
+}
+
 } // namespace orv

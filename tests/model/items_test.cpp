@@ -126,6 +126,36 @@ TEST(OutItems, WhatDoesNotExistOrIsTakenRaisesAndChangesNothing) {
     EXPECT_EQ(full.Item(32767).Index(), 32767);
 }
 
+TEST(OutItems, AKeyIsKnownInWhateverOrderTheKeysCame) {
+    const struct {
+        std::vector<std::wstring> keys;
+        std::int32_t taken; ///< position of the one that is asked for once more
+    } cases[] = {
+        {{L"Item8", L"Item9", L"Item10"}, 3},
+        {{L"Item8", L"Item9", L"Item10"}, 2},
+        {{L"Item10", L"Item9"}, 1},
+        {{L"Item10", L"Item9"}, 2},
+        {{L"b", L"a", L"c"}, 1},
+        {{L"a", L"", L"b"}, 1},
+        {{L"", L"b", L"a"}, 3},
+    };
+    for (const auto& c : cases) {
+        OutItems items;
+        for (const std::wstring& key : c.keys)
+            items.Create(static_cast<std::int16_t>(items.Count() + 1), key);
+        const std::wstring& taken = c.keys[static_cast<std::size_t>(c.taken) - 1];
+        SCOPED_TRACE(testing::Message() << testing::PrintToString(c.keys) << " " << c.taken);
+        const auto end = static_cast<std::int16_t>(c.keys.size() + 1);
+        EXPECT_EQ(test::ErrorOf([&] { items.Create(end, taken); }), 5);
+        EXPECT_EQ(test::ErrorOf([&] { items.Create(1, taken); }), 5);
+        EXPECT_EQ(&items.Item(taken), &items.Item(c.taken));
+        items.Remove(taken);
+        EXPECT_EQ(test::ErrorOf([&] { items.Item(taken); }), 5);
+        const OutItem& anew = items.Create(1, taken);
+        EXPECT_EQ(&items.Item(taken), &anew);
+    }
+}
+
 /// Create, move, add and remove at random, against a plain list of texts.
 TEST(OutItems, StayInStepWithAPlainListUnderRandomChanges) {
     std::mt19937 random(kSeed);

@@ -1,6 +1,10 @@
 // A load whose reads fail: which failures end it, which do not, and that the next load is whole.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <type_traits>
+#include <variant>
+
 #include "tests/model/fixture.h"
 #include "tests/model/snapshot.h"
 #include "tests/model/wire.h"
@@ -58,6 +62,44 @@ TEST_F(ReadFaults, AFailedReadEndsTheLoadWhereItsKindSaysSo) {
         EXPECT_EQ(bench.host.AccessLevel(), 3);
         root.Reload();
         ASSERT_EQ(test::Snapshot(root), whole);
+    }
+}
+
+/// Every item's values, in the order of their table.
+std::wstring ItemsOf(const OutFormatConfig& root) {
+    std::wstring text;
+    for (const AdvancedFormat& format : root.AdvancedFormats())
+        for (const OutItem& item : format.OutItems())
+            for (const auto& row : OutItem::Fields()) {
+                const auto add = [&](auto member) {
+                    if constexpr (std::is_same_v<decltype(member), Property<std::wstring> OutItem::*>)
+                        text += (item.*member)() + L",";
+                    else if constexpr (!std::is_same_v<decltype(member), SevenFlags OutItem::*>)
+                        text += std::to_wstring((item.*member)()) + L",";
+                };
+                std::visit(add, row.member);
+            }
+    return text;
+}
+
+TEST_F(ReadFaults, AFailedLoadLeavesNothingOfTheItemsBefore) {
+    const std::vector<std::wstring> reads = Reads();
+    const auto first = std::find(reads.begin(), reads.end(), L"351") - reads.begin();
+    const auto end = std::find(reads.begin(), reads.end(), L"370") - reads.begin();
+    ASSERT_GT(end, first);
+    for (auto i = first; i < end; i += 5) {
+        root.Reload();
+        for (AdvancedFormat& format : root.AdvancedFormats())
+            for (OutItem& item : format.OutItems()) {
+                item.StringText(L"old");
+                item.DeviceNumber(77);
+            }
+        OutFormatConfig fresh(bench.state);
+        for (OutFormatConfig* loaded : {&fresh, &root}) {
+            bench.host.Gate().FailNamed("ParameterTable.GetValue", i + 1, -7, L"gone");
+            EXPECT_EQ(test::ErrorOf([&] { loaded->Reload(); }), -7);
+        }
+        EXPECT_EQ(ItemsOf(root), ItemsOf(fresh)) << "read " << i;
     }
 }
 
