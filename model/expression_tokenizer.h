@@ -1,10 +1,13 @@
 #pragma once
 // Splits a combination expression into tokens.
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace orv::model {
 
-enum class TokenKind { Operand, And, Choice, Open, Close, End };
+enum class TokenKind : std::uint8_t { Operand, And, Choice, Open, Close, End };
 
 /// "&", "|", "^", "[" and "]" are tokens by themselves; any run of other characters, blanks included, is one.
 class ExpressionTokenizer {
@@ -29,20 +32,18 @@ class ExpressionTokenizer {
     }
 
   private:
+    static constexpr auto kKinds = [] {
+        std::array<TokenKind, 128> kinds{}; // operands
+        kinds['&'] = TokenKind::And;
+        kinds['|'] = kinds['^'] = TokenKind::Choice;
+        kinds['['] = TokenKind::Open;
+        kinds[']'] = TokenKind::Close;
+        return kinds;
+    }();
+
     static constexpr TokenKind KindOf(wchar_t c) {
-        switch (c) {
-        case L'&':
-            return TokenKind::And;
-        case L'|':
-        case L'^':
-            return TokenKind::Choice;
-        case L'[':
-            return TokenKind::Open;
-        case L']':
-            return TokenKind::Close;
-        default:
-            return TokenKind::Operand;
-        }
+        const auto at = static_cast<std::size_t>(c);
+        return at < kKinds.size() ? kKinds[at] : TokenKind::Operand;
     }
 
     std::wstring_view text_;

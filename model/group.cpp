@@ -20,14 +20,17 @@ std::wstring Word(std::int32_t multiple) {
 } // namespace
 
 bool Group::AppendTo(std::wstring& text, bool display) const {
-    const std::wstring separator = display ? Word(Multiple()) : std::wstring(1, Sign(Multiple()));
+    const std::wstring word = display ? Word(Multiple()) : std::wstring();
+    const wchar_t sign = Sign(Multiple());
     const std::size_t begin = text.size();
     if (IsOptional())
         text += L'[';
     const std::size_t inner = text.size();
     for (std::size_t i = 0; i < codes_.size(); ++i) {
-        if (i > 0)
-            text += separator;
+        if (i > 0 && display)
+            text += word;
+        else if (i > 0)
+            text += sign;
         text += codes_[i];
     }
     if (text.size() == inner) {

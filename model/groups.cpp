@@ -1,5 +1,6 @@
 #include "model/groups.h"
 
+#include <limits>
 #include <vector>
 
 #include "device/value.h"
@@ -34,6 +35,8 @@ constexpr State kNext[7][6] = {
     /*kAccepted*/      {kAccepted,      kAccepted,      kAccepted,      kAccepted,     kAccepted,      kAccepted},
 };
 // clang-format on
+
+constexpr std::size_t kMostGroups = std::numeric_limits<std::int16_t>::max();
 
 /// Brackets do not nest. One left open passes here; the parser finds it.
 bool BracketsLookRight(std::wstring_view text) {
@@ -134,7 +137,8 @@ class Parser {
 
 bool Groups::ParseExpression(std::wstring_view expression) {
     Clear();
-    if (!BracketsLookRight(expression))
+    // The parser refuses wrong brackets by itself; but it would raise for too many groups in front of them.
+    if (expression.size() > kMostGroups && !BracketsLookRight(expression))
         return false;
     if (expression.find_first_not_of(L' ') == std::wstring_view::npos)
         return true;

@@ -48,9 +48,10 @@ class Groups {
   private:
     std::size_t Offset(std::int32_t position) const;
 
-    std::pmr::monotonic_buffer_resource memory_; ///< of the lists of codes; given back when all groups go
-    std::deque<Group> groups_;                   ///< so that a group stays where it is while others are added
-    std::map<std::wstring, std::int32_t> keys_;  ///< positions of the few that have a key
+    /// Of the lists of codes; given back when all groups go. The first piece is one that allocators keep at hand.
+    std::pmr::monotonic_buffer_resource memory_{896};
+    std::deque<Group> groups_;                  ///< so that a group stays where it is while others are added
+    std::map<std::wstring, std::int32_t> keys_; ///< positions of the few that have a key
     std::int16_t maxCount_ = 0;
 };
 
