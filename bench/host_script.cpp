@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace orv::bench {
 namespace {
@@ -152,7 +153,7 @@ void AtParameter(const HostStep& step, const HostObjects& host, Lines lines) {
 }
 
 /// The conversion of a read comes after the level is put back; its bytes have to outlive the table.
-void ReadUnderLevel(const HostStep& step, const HostObjects& host) {
+void ReadUnderLevel(const HostStep& step, const HostObjects& host, Kept* kept) {
     const std::int32_t before = host.configuration.AccessLevel();
     host.configuration.SetAccessLevel(step.level);
     device::Value value;
@@ -167,10 +168,24 @@ void ReadUnderLevel(const HostStep& step, const HostObjects& host) {
     }
     host.configuration.SetAccessLevel(before);
     if (step.convertsBytes)
-        host.support.BytesToText(std::get<Bytes>(value), kBytesToWide, kUsEnglish);
+        value = host.support.BytesToText(std::get<Bytes>(value), kBytesToWide, kUsEnglish);
+    if (kept)
+        kept->Keep(std::move(value));
 }
 
 } // namespace
+
+void Kept::Keep(device::Value&& value) {
+    auto* text = std::get_if<std::wstring>(&value);
+    if (text && textCount_ == texts_.size())
+        texts_.emplace_back();
+    if (!text && numberCount_ == numbers_.size())
+        numbers_.emplace_back();
+    if (text)
+        texts_[textCount_++] = std::move(*text);
+    else
+        numbers_[numberCount_++] = device::ToInt32(value);
+}
 
 std::vector<HostStep> ScriptOf(const std::vector<sim::CallGate::Call>& log,
                                const std::vector<device::MIBParameter>& writes) {
@@ -180,7 +195,9 @@ std::vector<HostStep> ScriptOf(const std::vector<sim::CallGate::Call>& log,
     return steps;
 }
 
-void Play(const std::vector<HostStep>& steps, const HostObjects& host, Lines lines) {
+void Play(const std::vector<HostStep>& steps, const HostObjects& host, Lines lines, Kept* kept) {
+    if (kept)
+        kept->Restart();
     for (const HostStep& step : steps) {
         if (step.call == Call::Minimum) {
             host.support.Minimum(step.minimumOf[0], step.minimumOf[1]);
@@ -189,7 +206,7 @@ void Play(const std::vector<HostStep>& steps, const HostObjects& host, Lines lin
             host.support.ResetProgress();
             host.support.SetProgressOwner(0);
         } else if (step.setsLevel) {
-            ReadUnderLevel(step, host);
+            ReadUnderLevel(step, host, kept);
         } else {
             AtParameter(step, host, lines);
         }

@@ -43,6 +43,20 @@ struct HostObjects {
 std::vector<HostStep> ScriptOf(const std::vector<sim::CallGate::Call>& log,
                                const std::vector<device::MIBParameter>& writes);
 
-void Play(const std::vector<HostStep>& steps, const HostObjects& host, Lines lines);
+/// What a loop has read, as compact as it can be kept: the numbers in one row, the texts in another.
+class Kept {
+  public:
+    /// What was kept is overwritten from the beginning.
+    void Restart() { numberCount_ = textCount_ = 0; }
+    void Keep(device::Value&& value);
+
+  private:
+    std::vector<std::int32_t> numbers_;
+    std::vector<std::wstring> texts_;
+    std::size_t numberCount_ = 0;
+    std::size_t textCount_ = 0;
+};
+
+void Play(const std::vector<HostStep>& steps, const HostObjects& host, Lines lines, Kept* kept = nullptr);
 
 } // namespace orv::bench

@@ -21,12 +21,26 @@ Rig* CheckedRig(benchmark::State& state) {
     return rig.get();
 }
 
-void LoadLargeDevice(benchmark::State& state) {
+void LoadAgainst(benchmark::State& state, const char* opponent, void (Rig::*play)()) {
     if (Rig* rig = CheckedRig(state))
         MeasurePair(
-            state, "bare loop", kHostBound, [rig] { rig->Load(); }, [rig] { rig->PlayLoad(); });
+            state, opponent, kHostBound, [rig] { rig->Load(); }, [rig, play] { (rig->*play)(); });
 }
-BENCHMARK(LoadLargeDevice)->Name("load, large device")->UseManualTime();
+BENCHMARK_CAPTURE(LoadAgainst, forget, "bare loop, forgets what it reads", &Rig::PlayLoad)
+    ->Name("load, large device")
+    ->UseManualTime();
+BENCHMARK_CAPTURE(LoadAgainst, keep, "bare loop, keeps what it reads", &Rig::PlayLoadAndKeep)
+    ->Name("load, large device (values kept)")
+    ->UseManualTime();
+
+/// All memory is asked for and given back.
+void LoadOfANewModel(benchmark::State& state) {
+    if (Rig* rig = CheckedRig(state))
+        MeasurePair(
+            state, "bare loop, forgets what it reads", Aim{}, [rig] { model::OutFormatConfig(rig->state).Reload(); },
+            [rig] { rig->PlayLoad(); });
+}
+BENCHMARK(LoadOfANewModel)->Name("first load, large device")->UseManualTime();
 
 void SaveAgainst(benchmark::State& state, const char* opponent, Lines lines) {
     if (Rig* rig = CheckedRig(state))

@@ -36,6 +36,7 @@ class Rig {
     void Save();
     /// The host calls of a load or a save and nothing else.
     void PlayLoad() { Play(loadScript_, Host(), Lines::None); }
+    void PlayLoadAndKeep() { Play(loadScript_, Host(), Lines::None, &kept_); }
     void PlaySave(Lines lines) { Play(saveScript_, Host(), lines); }
 
     /// Empty when script and model make the same calls with the same arguments and write the same lines, else the
@@ -63,6 +64,7 @@ class Rig {
 
     std::vector<HostStep> loadScript_;
     std::vector<HostStep> saveScript_;
+    Kept kept_;
 };
 
 } // namespace orv::bench
