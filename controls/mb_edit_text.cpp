@@ -59,12 +59,6 @@ void TokenText::Assign(std::span<const std::uint8_t> bytes) {
     }
 }
 
-void TokenText::Append(std::uint8_t byte) {
-    const Token& token = Tokens()[byte];
-    text_.append(token.characters.data(), token.Length());
-    cells_.insert(cells_.end(), token.Length(), token.cell);
-}
-
 void TokenText::AppendLineBreak() {
     text_ += kLineBreak;
     cells_.push_back({kReturn, 1});

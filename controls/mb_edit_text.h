@@ -30,7 +30,6 @@ class TokenText {
     /// Displayed characters of a byte.
     static std::size_t LengthOf(std::uint8_t byte);
     void Assign(std::span<const std::uint8_t> bytes);
-    void Append(std::uint8_t byte);
     void AppendLineBreak();
     void Append(const TokenText& other) { Splice(Size(), 0, other); }
 

@@ -71,8 +71,11 @@ class Play {
         if (toDevice)
             CheckContents(before);
         CheckSecrets();
-        if (!component_.addOn->Terminated())
-            CheckTold(toDevice);
+        if (component_.addOn->Terminated())
+            return;
+        CheckTold(toDevice);
+        Require(!toDevice || component_.Root().LastSave().written == witness_.acknowledged.size(),
+                "what counts as written was acknowledged");
     }
 
     void CheckPutBack(bool interactive) {

@@ -26,11 +26,14 @@ def count_lines(data_files):
     command = ["gcov", "--json-format", "--stdout", "--relative-only", "--source-prefix", str(ROOT), *data_files]
     text = subprocess.run(command, capture_output=True, text=True, check=True, cwd=ROOT).stdout
     counts = collections.defaultdict(lambda: collections.defaultdict(int))
-    for report in text.splitlines():
-        for file in json.loads(report)["files"]:
-            if room_of(file["file"]):
+    for report in map(json.loads, text.splitlines()):
+        for file in report["files"]:
+            # A compiler that was started with relative names keeps them.
+            path = pathlib.Path(ROOT, report["current_working_directory"], file["file"])
+            name = os.path.relpath(path if not (ROOT / file["file"]).exists() else ROOT / file["file"], ROOT)
+            if room_of(name):
                 for line in file["lines"]:
-                    counts[file["file"]][line["line_number"]] += line["count"]
+                    counts[name][line["line_number"]] += line["count"]
     return counts
 
 
