@@ -154,7 +154,7 @@ bool Groups::ParseExpression(std::wstring_view expression) {
 std::wstring Groups::GetExpression(bool display) const {
     const std::wstring joiner = display ? text::Load(text::Id::JoinAnd) : L"&";
     std::wstring text;
-    text.reserve(groups_.size() * 8);
+    text.reserve(groups_.size() * 12);
     for (const Group& group : groups_) {
         const std::size_t before = text.size();
         if (before > 0)

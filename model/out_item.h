@@ -20,25 +20,26 @@ inline constexpr const wchar_t* kFormatNames[] = {L"Dec", L"Bin", L"Hex", L"Asc"
 class OutItem {
   public:
     std::int16_t Index() const { return index_; } ///< 1-based position, kept by the list
+    // The numbers together, so that whoever goes through thousands of items touches little memory of each.
     Property<std::int32_t> ItemCategory;
-    Property<std::int32_t> Alignment;
-    Property<std::int16_t> AlignLength;
-    Property<std::wstring> AlignFiller;
     Property<std::int32_t> CodeRelType;
     Property<std::int32_t> GlobalType;
-    Property<std::int32_t> DiagnosticEvent;
-    Property<std::uint8_t> CodeNumber;
-    Property<std::int32_t> CodeCut;
-    Property<std::int32_t> CodeCutPatternMode;
-    Property<std::wstring> CodeCutPattern;
-    Property<std::uint8_t> CodeCutLeading;
-    Property<std::uint8_t> CodeCutTrailing;
     Property<std::int32_t> FormatType;
     Property<std::uint8_t> FormatLength;
+    Property<std::uint8_t> CodeNumber;
+    Property<std::uint8_t> CodeCutLeading;
+    Property<std::uint8_t> CodeCutTrailing;
+    Property<std::int32_t> CodeCut;
+    Property<std::int32_t> CodeCutPatternMode;
+    Property<std::int32_t> Alignment;
+    Property<std::int32_t> DiagnosticEvent;
     Property<std::int32_t> LinkTo;
     Property<std::int32_t> ScaleType;
-    Property<std::wstring> StringText;
+    Property<std::int16_t> AlignLength;
     Property<std::int16_t> DeviceNumber;
+    Property<std::wstring> AlignFiller;
+    Property<std::wstring> CodeCutPattern;
+    Property<std::wstring> StringText;
 
     /// Key of the item's entry in the catalogue; empty for a type that it does not hold.
     std::wstring GetItemTypeKey() const;
