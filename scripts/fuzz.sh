@@ -72,7 +72,12 @@ minimise_one() {
 }
 
 minimise_corpora() {
-    local program programs
+    local program pid pids=() failed=0 programs
     read -ra programs <<<"$(fuzz_programs)"
-    for program in "${programs[@]}"; do minimise_one "$program" || return 1; done
+    for program in "${programs[@]}"; do
+        minimise_one "$program" &
+        pids+=($!)
+    done
+    for pid in "${pids[@]}"; do wait "$pid" || failed=1; done
+    return "$failed"
 }
