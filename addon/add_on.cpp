@@ -14,6 +14,10 @@ using platform::Restoring;
 using text::Id;
 using text::Load;
 
+/// Which component of the process talks to a device now: the host's service is one, whoever asks for it, and another
+/// component would cut the session of this one. User-interface thread only.
+const AddOn* onTheWire = nullptr;
+
 /// For the releases of the end, whose failures are nobody's business any more.
 template <typename Action>
 void IgnoringErrors(Action&& action) noexcept {
@@ -48,8 +52,8 @@ void AddOn::Leave() {
 }
 
 AddOn::AddOn(ProcessState& state, Container& container) : state_(state), container_(container) {
-    state_.root = std::make_unique<model::OutFormatConfig>(state_);
-    state_.catalogue = std::make_unique<model::ToolItems>(state_, *state_.root);
+    auto root = std::make_unique<model::OutFormatConfig>(state_);
+    auto catalogue = std::make_unique<model::ToolItems>(state_, *root);
     editor_ = std::make_unique<editor::Editor>(
         state_,
         [this]() -> model::OutFormatConfig& {
@@ -63,6 +67,9 @@ AddOn::AddOn(ProcessState& state, Container& container) : state_(state), contain
             return *state_.catalogue;
         },
         static_cast<editor::Commands&>(*this));
+    // Only a whole component leaves anything behind in its state.
+    state_.root = std::move(root);
+    state_.catalogue = std::move(catalogue);
 }
 
 AddOn::~AddOn() {
@@ -177,16 +184,21 @@ void AddOn::LoadStep() {
 }
 
 void AddOn::Save(bool interactive) {
-    // A second save would write into the first one's session.
+    // A second save would write into the first one's session. Whoever asked for it must not go on as if it had run.
     if (saving_ || terminating_)
-        return;
+        throw platform::WaitAbandoned{};
+    const bool toDevice = interactive && !editor_->NoInteractive();
+    if (toDevice && onTheWire != nullptr) {
+        state_.platform.boxes.Beep();
+        throw platform::WaitAbandoned{};
+    }
     std::exception_ptr failure;
     {
         const Restoring leave([this] { Leave(); });
         ++depth_;
         saving_ = true;
         try {
-            SaveSteps(interactive);
+            SaveSteps(toDevice);
         } catch (...) {
             failure = std::current_exception();
         }
@@ -197,10 +209,12 @@ void AddOn::Save(bool interactive) {
         std::rethrow_exception(failure);
 }
 
-void AddOn::SaveSteps(bool interactive) {
+void AddOn::SaveSteps(bool toDevice) {
+    const Restoring offTheWire([before = onTheWire] { onTheWire = before; });
+    if (toDevice)
+        onTheWire = this;
     const Restoring enable([this] { container_.SetEnabled(true); });
     container_.SetEnabled(false);
-    const bool toDevice = interactive && !editor_->NoInteractive();
     const bool saved = state_.root->Save(toDevice);
     if (saved)
         editor_->SetModified(false);
@@ -237,7 +251,7 @@ void AddOn::ReleaseAll() {
     terminated_ = true;
     state_.catalogue.reset();
     state_.root.reset();
-    if (const auto service = std::exchange(state_.mibSap, nullptr))
+    if (const auto service = std::exchange(state_.mibSap, nullptr); service && onTheWire == nullptr)
         IgnoringErrors([&] { service->Disconnect(); });
     const auto configuration = std::exchange(state_.configuration, nullptr);
     if (const auto manager = std::exchange(state_.manager, nullptr))

@@ -16,7 +16,7 @@ namespace orv::addon {
 /// and may come again from inside a wait.
 class AddOn : private editor::Commands {
   public:
-    /// Initialize. `state` and `container` must outlive the add-on.
+    /// Initialize. `state` is this add-on's alone; it and `container` must outlive the add-on.
     AddOn(ProcessState& state, Container& container);
     ~AddOn() override;
     AddOn(const AddOn&) = delete;
@@ -59,7 +59,7 @@ class AddOn : private editor::Commands {
     void Leave();
     void TargetChanged();
     void Save(bool interactive) override;
-    void SaveSteps(bool interactive);
+    void SaveSteps(bool toDevice);
     void RunPutOff();
     void CloseAddOn() override;
     void EnterHandler() override { ++depth_; }

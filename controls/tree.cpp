@@ -10,11 +10,16 @@ Tree::Tree(std::wstring name, int index) : Widget(Kind::Tree, std::move(name), i
     SetTabStop(true);
 }
 
-Tree::Batch::~Batch() {
+Tree::Batch::~Batch() noexcept(false) {
     if (--tree_.batches_ > 0)
         return;
-    tree_.Mirror(Aspect::Items);
-    tree_.Mirror(Aspect::Selection);
+    try {
+        tree_.Mirror(Aspect::Items);
+        tree_.Mirror(Aspect::Selection);
+    } catch (...) {
+        if (std::uncaught_exceptions() == inFlight_)
+            throw;
+    }
 }
 
 void Tree::ItemsChanged() {
@@ -22,11 +27,12 @@ void Tree::ItemsChanged() {
         Mirror(Aspect::Items);
 }
 
-void Tree::Clear() {
-    nodes_.clear();
-    selectedKey_.clear();
-    revealKey_.clear();
+Tree::Contents Tree::Exchange(Contents contents) {
+    nodes_.swap(contents.nodes);
+    selectedKey_.swap(contents.selectedKey);
+    revealKey_.swap(contents.revealKey);
     ItemsChanged();
+    return contents;
 }
 
 void Tree::AddNode(const std::wstring& parentKey, std::wstring key, std::wstring text) {

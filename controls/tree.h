@@ -1,5 +1,6 @@
 #pragma once
 // A tree of keyed nodes.
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -23,18 +24,29 @@ class Tree : public Widget {
     /// While one lives the peer is not told of changes to the nodes; it is told once at the end.
     class Batch {
       public:
-        explicit Batch(Tree& tree) : tree_(tree) { ++tree_.batches_; }
+        explicit Batch(Tree& tree) : tree_(tree), inFlight_(std::uncaught_exceptions()) { ++tree_.batches_; }
         Batch(const Batch&) = delete;
         Batch& operator=(const Batch&) = delete;
-        ~Batch();
+        /// The peer may fail; that is dropped while another error is in flight.
+        ~Batch() noexcept(false);
 
       private:
         Tree& tree_;
+        int inFlight_;
+    };
+
+    /// What Clear takes away.
+    struct Contents {
+        std::vector<Node> nodes;
+        std::wstring selectedKey;
+        std::wstring revealKey;
     };
 
     /// Parents before their children, siblings in order. Nodes below a collapsed one are in the list all the same.
     const std::vector<Node>& Nodes() const { return nodes_; }
-    void Clear();
+    void Clear() { Exchange({}); }
+    /// All at once, without taking memory; answers what stood there.
+    Contents Exchange(Contents contents);
     /// Adds behind the last sibling. Raises 5 for a key that is empty or taken, 9 for an unknown parent.
     void AddNode(const std::wstring& parentKey, std::wstring key, std::wstring text);
     /// Nothing for an unknown key.

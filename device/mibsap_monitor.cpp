@@ -1,5 +1,8 @@
 #include "device/mibsap_monitor.h"
 
+#include <new>
+#include <utility>
+
 #include "device/parameter_access.h"
 #include "platform/guarded.h"
 
@@ -28,12 +31,16 @@ class COrvMIBSAPMonitor::Sink : public MibSapEvents {
     void Error(std::int32_t code) override {
         status = Status::Error;
         lastError = code;
-        Log(L"(Receive) MIBSAP ERROR " + std::to_wstring(code));
+        Log([&] { return L"(Receive) MIBSAP ERROR " + std::to_wstring(code); });
     }
     void ResponseReceived(const std::wstring& text) override {
-        status = Status::Answered;
+        // An answer that there is no room for ends the wait all the same; an older one must not pass for it.
+        const std::int32_t before = std::exchange(lastError, error_number::kOutOfMemory);
+        status = Status::Error;
         lastResponse = text;
-        Log(L"(Receive) MIBSAP Response " + text);
+        status = Status::Answered;
+        lastError = before;
+        Log([&] { return L"(Receive) MIBSAP Response " + text; });
     }
     void Silence() { debug_ = nullptr; }
 
@@ -42,9 +49,14 @@ class COrvMIBSAPMonitor::Sink : public MibSapEvents {
     std::wstring lastResponse;
 
   private:
-    void Log(const std::wstring& line) {
-        if (debug_ != nullptr)
-            debug_->Line(line);
+    /// The service is no place to fail in for want of a line.
+    template <typename Line>
+    void Log(const Line& line) {
+        try {
+            if (debug_ != nullptr)
+                debug_->Line(line());
+        } catch (const std::bad_alloc&) {
+        }
     }
 
     platform::DebugOutput* debug_;
@@ -63,7 +75,7 @@ std::int32_t COrvMIBSAPMonitor::LastError() const {
 COrvMIBSAPMonitor::Status COrvMIBSAPMonitor::State() const {
     return sink_->status;
 }
-void COrvMIBSAPMonitor::Log(const std::wstring& line) {
+void COrvMIBSAPMonitor::Log(std::wstring_view line) {
     state_.platform.debug.Line(line);
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "device/device_state.h"
 #include "device/value.h"
@@ -47,7 +48,7 @@ class COrvMIBSAPMonitor {
     template <typename Send, typename Forgive>
     bool Request(const Send& send, const Forgive& forgive);
     void LogSetError(const std::wstring& entry, const std::wstring& shown);
-    void Log(const std::wstring& line);
+    void Log(std::wstring_view line);
     void WaitWhile(bool (*waiting)(Status));
 
     DeviceState& state_;

@@ -7,7 +7,7 @@ namespace orv::editor {
 CheckField::CheckField(Context& context, controls::Widget& parent, const std::wstring& name, int index, Store store)
     : box_(&parent.Add<controls::CheckBox>(name, index)) {
     box_->onClick = [&context, name, box = box_, store = std::move(store)] {
-        context.Edit(name + L"_Click", [&] { store(box->Checked()); });
+        context.Edit({name, L"_Click"}, [&] { store(box->Checked()); });
     };
 }
 

@@ -18,6 +18,22 @@ constexpr std::int32_t kGroupNoRead = 17; ///< has an element for each group tha
 constexpr std::size_t kOptionColumns = 2;
 constexpr wchar_t kFirstCode[] = L"1";
 
+/// Up to `count`, all of them or none.
+void AddGroups(model::Groups& groups, std::int32_t count) {
+    const std::int32_t before = groups.Count();
+    try {
+        while (groups.Count() < count) {
+            model::Group& group = groups.Add();
+            group.Multiple(model::kJoinedByXor);
+            group.AddCode(kFirstCode);
+        }
+    } catch (...) {
+        while (groups.Count() > before)
+            groups.Remove(groups.Count());
+        throw;
+    }
+}
+
 } // namespace
 
 CodeCombination::CodeCombination(Context& context, controls::Widget& page, std::function<void()> chosen)
@@ -121,13 +137,9 @@ void CodeCombination::ChangeCount() {
     model::Groups& groups = context_.root().Codes().Groups();
     while (groups.Count() > count)
         groups.Remove(groups.Count());
-    while (groups.Count() < count) {
-        model::Group& group = groups.Add();
-        group.Multiple(model::kJoinedByXor);
-        group.AddCode(kFirstCode);
-    }
-    context_.rebuildTree();
+    AddGroups(groups, count);
     context_.changed();
+    context_.rebuildTree();
 }
 
 bool CodeCombination::RemoveItemsAbove(std::int32_t count) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "controls/dialog.h"
@@ -17,6 +18,8 @@
 namespace orv::editor {
 
 struct Context {
+    static constexpr std::wstring_view kOwner = L"AddOnControl.";
+
     device::DeviceState& state;
     Commands& commands;
     /// Both raise 91 when there is none. What they answer stays while a handler runs.
@@ -40,20 +43,22 @@ struct Context {
     /// Window of a widget, for host calls that want one; 0 when there is none.
     std::function<device::WindowHandle(const controls::Widget&)> windowOf;
     std::shared_ptr<int> alive = std::make_shared<int>(0);
+    /// A handler failed since the tree was built: what it changed may not be shown yet.
+    mutable bool doubtful = false;
 
     device::ParameterAccess Access() const { return device::ParameterAccess(state); }
 
     /// Runs an event's handler; a failure is shown under "AddOnControl." and `name`.
     template <typename Action>
-    bool Handle(const std::wstring& name, Action&& action) const {
+    bool Handle(const platform::HandlerName& name, Action&& action) const {
         const Restoring left([&host = commands] { host.LeaveHandler(); });
         commands.EnterHandler();
-        return platform::Guarded(state.platform.boxes, L"AddOnControl." + name, std::forward<Action>(action));
+        return Sure(platform::Guarded(state.platform.boxes, name.Of(kOwner), std::forward<Action>(action)));
     }
 
     /// The same for one by which the user changes something: marked as modified when it ran to its end.
     template <typename Action>
-    bool Edit(const std::wstring& name, Action&& action) const {
+    bool Edit(const platform::HandlerName& name, Action&& action) const {
         return Handle(name, [&] {
             action();
             changed();
@@ -62,11 +67,11 @@ struct Context {
 
     /// The same for a handler that runs inside a change of focus, where no box may open: it opens afterwards.
     template <typename Action>
-    bool HandleInFocusChange(const std::wstring& name, Action&& action) const {
+    bool HandleInFocusChange(const platform::HandlerName& name, Action&& action) const {
         const Restoring left([&host = commands] { host.LeaveHandler(); });
         commands.EnterHandler();
         LaterBoxes boxes(state.platform);
-        return platform::Guarded(boxes, L"AddOnControl." + name, std::forward<Action>(action));
+        return Sure(platform::Guarded(boxes, name.Of(kOwner), std::forward<Action>(action)));
     }
 
     /// Runs `action` once the present message has been dealt with, unless the editor is gone by then.
@@ -78,6 +83,11 @@ struct Context {
         });
     }
 
+    bool Sure(bool ran) const {
+        doubtful = doubtful || !ran;
+        return ran;
+    }
+
     class LaterBoxes : public platform::MessageBoxes {
       public:
         explicit LaterBoxes(platform::Services& services) : services_(services) {}
@@ -85,6 +95,7 @@ struct Context {
             services_.pump.Post([&boxes = services_.boxes, box] { boxes.Show(box); });
             return platform::Answer::Ok;
         }
+        void ShowPlain(const wchar_t* text, const wchar_t* title) noexcept override;
         void Beep() override { services_.boxes.Beep(); }
         void Close() override {}
 

@@ -37,10 +37,17 @@ void Editor::BuildTree() {
     controls::Tree& tree = shell_->tvw;
     const controls::Tree::Batch batch(tree);
     const std::wstring selected = tree.SelectedKey();
-    tree.Clear();
-    AddNodes();
-    if (!selected.empty() && tree.FindNode(selected))
-        tree.SetSelectedKey(selected);
+    controls::Tree::Contents before = tree.Exchange({});
+    try {
+        AddNodes();
+        if (!selected.empty() && tree.FindNode(selected))
+            tree.SetSelectedKey(selected);
+    } catch (...) {
+        // A tree of which half is missing leads nowhere.
+        tree.Exchange(std::move(before));
+        throw;
+    }
+    context_->doubtful = false;
 }
 
 void Editor::AddNodes() {
@@ -88,8 +95,11 @@ void Editor::OnNodeClick(const std::wstring& key) {
     if (key != shownKey_ && StaysForWrongNumber())
         return;
     CommitPending();
+    // A handler that failed may have changed the nodes before it could show them.
+    if (context_->doubtful)
+        BuildTree();
     shell_->tvw.ClearBold();
-    ShowNode(key);
+    ShowNode(shell_->tvw.FindNode(key) ? key : shell_->tvw.Nodes().front().key);
 }
 
 void Editor::JumpTo(const std::wstring& key) {
@@ -135,7 +145,10 @@ void Editor::ShowNode(const std::wstring& key) {
     const NodeKey parsed = ParseNodeKey(key);
     Page& page = PageOf(parsed.kind);
     page.Open(parsed.index);
-    LayoutPages();
+    if (measure_) { // the other pages are laid out when they are opened
+        page.Frame().SetBounds(pageArea_);
+        page.Layout(*measure_);
+    }
     ShowPage(page.Frame());
     shownKey_ = key;
     ShowCut(shell_->lblPage, page.Caption(text));

@@ -63,7 +63,7 @@ void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32
 ChoiceField::ChoiceField(Context& context, controls::Widget& parent, const std::wstring& name, Store store)
     : label_(&parent.Add<controls::Label>(L"lbl" + name.substr(3))), box_(&parent.Add<controls::ComboBox>(name)) {
     box_->onClick = [&context, name, box = box_, store = std::move(store)] {
-        context.Edit(name + L"_Click", [&] { store(box->SelectedData()); });
+        context.Edit({name, L"_Click"}, [&] { store(box->SelectedData()); });
     };
 }
 
@@ -85,7 +85,7 @@ void ChoiceField::SetVisible(bool visible) {
 NumberField::NumberField(Context& context, controls::Widget& parent, const std::wstring& name, Store store)
     : context_(context), name_(name), store_(std::move(store)),
       label_(&parent.Add<controls::Label>(L"lbl" + name.substr(3))), box_(&parent.Add<controls::NumberBox>(name)) {
-    box_->onChange = [this](Number) { context_.Handle(name_ + L"_Change", [this] { context_.changed(); }); };
+    box_->onChange = [this](Number) { context_.Handle({name_, L"_Change"}, [this] { context_.changed(); }); };
     box_->onAccept = [this](Number number) { return Accept(number); };
     box_->onStep = [this] {
         const Restoring stepped([this] { stepping_ = false; });
@@ -104,9 +104,9 @@ bool NumberField::Accept(Number number) {
     };
     // The focus may be on its way to another field, where no box may open.
     if (stepping_)
-        context_.Handle(L"ud" + name_.substr(3) + L"_Change", store);
+        context_.Handle({L"ud", std::wstring_view(name_).substr(3), L"_Change"}, store);
     else
-        context_.HandleInFocusChange(name_ + L"_Validate", store);
+        context_.HandleInFocusChange({name_, L"_Validate"}, store);
     return taken;
 }
 
@@ -162,11 +162,11 @@ MBField::MBField(Context& context, controls::Widget& parent, const std::wstring&
     if (counted)
         count_ = &parent.Add<controls::Label>(name + L"Count", index);
     box_->Attach(names_, count_);
-    box_->onChange = [this] { context_.Handle(name_ + L"_Change", [this] { context_.changed(); }); };
+    box_->onChange = [this] { context_.Handle({name_, L"_Change"}, [this] { context_.changed(); }); };
     box_->onGotFocus = [this] { TellHostOfFocus(); };
     box_->onValidate = [this] {
         if (box_->Pending())
-            context_.HandleInFocusChange(name_ + L"_Validate", [this] { StoreBytes(); });
+            context_.HandleInFocusChange({name_, L"_Validate"}, [this] { StoreBytes(); });
         return true;
     };
 }
@@ -210,14 +210,14 @@ void MBField::TellHostOfFocus() {
     context_.Later([this] {
         const device::WindowHandle window = context_.windowOf ? context_.windowOf(*box_) : 0;
         if (window != 0)
-            context_.Handle(name_ + L"_GotFocus", [&] { context_.state.Support().EditGotFocus(window); });
+            context_.Handle({name_, L"_GotFocus"}, [&] { context_.state.Support().EditGotFocus(window); });
     });
 }
 
 bool MBField::CommitPending() {
     if (!box_->Pending())
         return true;
-    return context_.Handle(name_ + L"_Validate", [this] { StoreBytes(); });
+    return context_.Handle({name_, L"_Validate"}, [this] { StoreBytes(); });
 }
 
 } // namespace orv::editor

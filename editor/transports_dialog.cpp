@@ -35,8 +35,7 @@ class TransportsDialog : public controls::Dialog {
     void ShowUsers(int row);
     template <typename Action>
     void Handle(const wchar_t* handler, Action&& action) {
-        platform::Guarded(context_.state.platform.boxes, std::wstring(L"frmTransports.") + handler,
-                          std::forward<Action>(action));
+        platform::Guarded(context_.state.platform.boxes, {L"frmTransports.", handler}, std::forward<Action>(action));
     }
 
     Context& context_;

@@ -27,7 +27,10 @@ class MessageBoxes {
     virtual ~MessageBoxes() = default;
     /// Modal; dispatches messages while it is open. Answers No when the component is closed under it.
     virtual Answer Show(const MessageBox& box) = 0;
-    /// The system's warning sound.
+    /// A critical box with an OK button for who has no memory left: takes none for itself. Only a sound where nothing
+    /// can be shown.
+    virtual void ShowPlain(const wchar_t* /*text*/, const wchar_t* /*title*/) noexcept { Beep(); }
+    /// The system's warning sound. Never fails.
     virtual void Beep() = 0;
     /// The component is going: open boxes, and those still to come, are answered No (or OK where that is all).
     virtual void Close() = 0;

@@ -26,6 +26,10 @@ Answer ScriptedBoxes::Show(const platform::MessageBox& box) {
     return AnswerTo(box);
 }
 
+void ScriptedBoxes::ShowPlain(const wchar_t* text, const wchar_t* title) noexcept {
+    Show({text, title, platform::Icon::Critical});
+}
+
 Answer ScriptedBoxes::AnswerTo(const platform::MessageBox& box) {
     if (closed_)
         return Answer::No;

@@ -28,6 +28,7 @@ class ScriptedBoxes final : public platform::MessageBoxes {
     void Close() override { closed_ = true; }
 
     platform::Answer Show(const platform::MessageBox& box) override;
+    void ShowPlain(const wchar_t* text, const wchar_t* title) noexcept override;
     void Beep() override { ++beeps; }
 
   private:

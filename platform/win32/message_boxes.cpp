@@ -5,6 +5,8 @@
 namespace orv::platform::win32 {
 namespace {
 
+constexpr std::size_t kNested = 16; ///< boxes inside boxes that open without memory
+
 UINT StyleOf(const MessageBox& box) {
     UINT style = box.buttons == Buttons::YesNo ? MB_YESNO : MB_OK;
     if (box.buttons == Buttons::YesNo && box.preset == Answer::No)
@@ -87,21 +89,38 @@ class SystemMessageBoxes::Watch {
 thread_local SystemMessageBoxes::Watch* SystemMessageBoxes::Watch::current_ = nullptr;
 
 SystemMessageBoxes::SystemMessageBoxes(const ActivationContext& context, const ModalHooks& hooks)
-    : context_(context), hooks_(hooks) {}
+    : context_(context), hooks_(hooks) {
+    open_.reserve(kNested);
+}
 
 SystemMessageBoxes::~SystemMessageBoxes() = default;
 
-Answer SystemMessageBoxes::Show(const MessageBox& box) {
-    const Answer refused = box.buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
-    if (closing_)
-        return refused;
+int SystemMessageBoxes::Open(const wchar_t* text, const wchar_t* title, UINT style) {
     const HWND owner = OwnerOf(hooks_);
     // A box inside a box of ours belongs to that one, or the user could answer the outer one first.
     const HWND parent = !open_.empty() && open_.back() != nullptr ? open_.back() : owner;
     const ModalScope modal(hooks_);
     Watch watch(*this);
     const ActivationScope active(context_);
-    switch (MessageBoxW(parent, box.text.c_str(), box.title.c_str(), StyleOf(box))) {
+    return MessageBoxW(parent, text, title, style);
+}
+
+void SystemMessageBoxes::ShowPlain(const wchar_t* text, const wchar_t* title) noexcept {
+    if (closing_)
+        return;
+    try {
+        Open(text, title, MB_OK | MB_ICONERROR);
+    } catch (...) {
+        // The container refused to make room for a box, or boxes are nested deeper than was provided for.
+        Beep();
+    }
+}
+
+Answer SystemMessageBoxes::Show(const MessageBox& box) {
+    const Answer refused = box.buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+    if (closing_)
+        return refused;
+    switch (Open(box.text.c_str(), box.title.c_str(), StyleOf(box))) {
     case IDYES:
         return Answer::Yes;
     case IDOK:

@@ -16,6 +16,7 @@ class SystemMessageBoxes final : public MessageBoxes {
     ~SystemMessageBoxes() override;
 
     Answer Show(const MessageBox& box) override;
+    void ShowPlain(const wchar_t* text, const wchar_t* title) noexcept override;
     void Beep() override;
 
     /// Answers every open box No (or OK where that is all it offers), innermost first, as soon as messages are
@@ -26,6 +27,7 @@ class SystemMessageBoxes final : public MessageBoxes {
 
   private:
     class Watch;
+    int Open(const wchar_t* text, const wchar_t* title, UINT style);
 
     const ActivationContext& context_;
     const ModalHooks& hooks_;
