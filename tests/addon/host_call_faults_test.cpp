@@ -1,10 +1,11 @@
 // Each host call of a whole life made to fail in turn. What the user was told varies; what must hold does not.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 
-#include "tests/addon/session.h"
+#include "tests/addon/whole_life.h"
 
 namespace orv::addon {
 namespace {
@@ -12,22 +13,6 @@ namespace {
 using test::Session;
 
 constexpr std::int32_t kFailure = static_cast<std::int32_t>(0x80004005);
-
-void Live(Session& session) {
-    session.Start();
-    session.Select(L"FormatDef");
-    // A life whose load failed has no node to select and nothing to edit; the rest of it runs all the same.
-    if (session.Widget(L"fraFormatDef").EffectivelyVisible()) {
-        session.Type(L"mbeHeader", L"\x02");
-        session.Type(L"mbeTerminator", L"\r\n");
-    }
-    session.Press(L"cmdApply");
-    session.addOn->CurrentDeviceIndex(0);
-    session.addOn->Activate();
-    session.Type(L"mbeSeparator", L"|");
-    session.Press(L"cmdOK");
-    session.Press(L"cmdCancel");
-}
 
 /// What has to hold after every life, whatever failed in it.
 void CheckRestored(Session& session, bool configurationSwitch) {
@@ -37,8 +22,14 @@ void CheckRestored(Session& session, bool configurationSwitch) {
     EXPECT_TRUE(session.container.visible) << "control";
     EXPECT_EQ(session.bench.state.cache, nullptr);
     EXPECT_EQ(session.bench.platform.pump.Depth(), 0);
-    for (const auto& box : session.Boxes())
-        EXPECT_TRUE(box.text.starts_with(L"AddOnControl.") || box.title == L"Error") << "a box that names nobody";
+    for (const auto& box : session.Boxes()) {
+        if (box.icon != platform::Icon::Critical || box.title == L"Error")
+            continue;
+        bool named = false;
+        for (const wchar_t* owner : {L"AddOnControl.", L"frmTransports.", L"MBEdit.", L"Error in "})
+            named = named || box.text.starts_with(owner);
+        EXPECT_TRUE(named) << "a box that names nobody: " << std::string(box.text.begin(), box.text.end());
+    }
 }
 
 /// Calls whose own failure is what cannot be put right: the restore itself was refused, or is swallowed by request.
@@ -47,12 +38,17 @@ bool IsRestore(const std::string& name) {
            name == "SupportObject.HideProgress";
 }
 
-std::vector<std::string> CallsOfALife(std::int16_t device, bool configurationSwitch) {
-    Session session(device == 0 ? "tiny.json" : "tunnel.json", {}, device);
+/// From Initialize to Terminate.
+void Live(Session& session) {
+    test::WholeLife(session).Run();
+    session.addOn->Terminate();
+}
+
+std::vector<std::string> CallsOfALife(bool configurationSwitch) {
+    Session session;
     session.bench.host.SetConfigurationInteractive(configurationSwitch);
     session.bench.host.Gate().KeepLog(true);
     Live(session);
-    session.addOn->Terminate();
     std::vector<std::string> names;
     for (const auto& call : session.bench.host.Gate().Log())
         names.push_back(call.name);
@@ -76,7 +72,7 @@ class HostCallFaults : public testing::TestWithParam<bool> {};
 
 TEST_P(HostCallFaults, EachCallOfALifeInTurn) {
     const bool configurationSwitch = GetParam();
-    const std::vector<std::string> calls = CallsOfALife(0, configurationSwitch);
+    const std::vector<std::string> calls = CallsOfALife(configurationSwitch);
     ASSERT_GT(calls.size(), 300U);
     const std::vector<std::size_t> picked = Picked(calls);
     int told = 0;
@@ -86,7 +82,6 @@ TEST_P(HostCallFaults, EachCallOfALifeInTurn) {
         session.bench.host.SetConfigurationInteractive(configurationSwitch);
         session.bench.host.Gate().FailCall(static_cast<std::int64_t>(k), kFailure, L"the host refused");
         Live(session);
-        session.addOn->Terminate();
         EXPECT_TRUE(session.addOn->Terminated());
         EXPECT_FALSE(session.bench.host.Gate().FailurePending()) << "the life took another way before the failure";
         if (!IsRestore(calls[k - 1]))
@@ -123,8 +118,11 @@ TEST(HostCallFaultsNamed, SayWhoFailed) {
         Session session;
         session.bench.host.Gate().FailNamed(c.call, 1, kFailure, L"the host refused");
         Live(session);
-        ASSERT_FALSE(session.Boxes().empty()) << c.call;
-        EXPECT_EQ(session.Boxes()[0].text, std::wstring(c.box) + L"\n-2147467259: the host refused") << c.call;
+        const auto told =
+            std::find_if(session.Boxes().begin(), session.Boxes().end(),
+                         [](const platform::MessageBox& box) { return box.icon == platform::Icon::Critical; });
+        ASSERT_NE(told, session.Boxes().end()) << c.call;
+        EXPECT_EQ(told->text, std::wstring(c.box) + L"\n-2147467259: the host refused") << c.call;
     }
 }
 

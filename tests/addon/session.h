@@ -1,7 +1,10 @@
 #pragma once
 // A component's life on the portable host.
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "addon/add_on.h"
 #include "controls/mb_edit.h"
@@ -31,12 +34,34 @@ class RecordedContainer : public addon::Container {
     int visibleCalls = 0;
 };
 
-struct Session {
-    explicit Session(const std::string& sample = "tiny.json", sim::FaultPlan faults = {}, std::int16_t device = 0)
-        : bench(sample, std::move(faults), device), addOn(std::make_unique<addon::AddOn>(bench.state, container)) {}
+/// What stands between the component and the bench host, where something does.
+class Surroundings {
+  public:
+    Surroundings() = default;
+    Surroundings(const Surroundings&) = delete;
+    Surroundings& operator=(const Surroundings&) = delete;
+    virtual ~Surroundings() = default;
+    virtual addon::ProcessState& State() = 0;
+    virtual std::shared_ptr<device::HostApplication> Application() = 0;
+    /// Runs a call into the component.
+    virtual void Enter(const std::function<void()>& call) = 0;
+};
 
+struct Session {
+    using Surround = std::function<std::unique_ptr<Surroundings>(Bench&)>;
+
+    explicit Session(const std::string& sample = "tiny.json", sim::FaultPlan faults = {}, std::int16_t device = 0)
+        : Session(sample, std::move(faults), device, {}) {
+        Create();
+    }
+    /// Without a component yet.
+    Session(const std::string& sample, sim::FaultPlan faults, std::int16_t device, const Surround& surround)
+        : bench(sample, std::move(faults), device), around(surround ? surround(bench) : nullptr),
+          state(around ? around->State() : bench.state) {}
+
+    void Create() { addOn = std::make_unique<addon::AddOn>(state, container); }
     void Begin() {
-        addOn->Register(bench.host.Application());
+        addOn->Register(around ? around->Application() : bench.host.Application());
         addOn->CurrentClusterIndex(bench.cluster);
         addOn->CurrentDeviceIndex(bench.state.current.device);
         addOn->Enable();
@@ -73,6 +98,8 @@ struct Session {
 
     Bench bench;
     RecordedContainer container;
+    std::unique_ptr<Surroundings> around;
+    addon::ProcessState& state;
     std::unique_ptr<addon::AddOn> addOn;
 };
 

@@ -77,6 +77,15 @@ void AddGroups(Writer& writer, const model::Groups& groups) {
     }
 }
 
+/// An item that was moved or added since the load goes by no key.
+bool HasKey(model::OutItems& items, const std::wstring& key, const model::OutItem& item) {
+    try {
+        return &items.Item(key) == &item;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
 void AddFormats(Writer& writer, model::AdvancedFormats& formats, bool cutItems) {
     writer.Add(L"formats", formats.Count());
     for (std::int32_t i = 1; i <= formats.Count(); ++i) {
@@ -93,7 +102,7 @@ void AddFormats(Writer& writer, model::AdvancedFormats& formats, bool cutItems) 
         for (std::int32_t j = 1; j <= items; ++j) {
             const model::OutItem& item = format.OutItems().Item(j);
             writer.Add(L"index", item.Index());
-            writer.Add(L"key", &format.OutItems().Item(L"Item" + std::to_wstring(j)) == &item);
+            writer.Add(L"key", HasKey(format.OutItems(), L"Item" + std::to_wstring(j), item));
             writer.Add(L"type", item.GetItemTypeKey());
             writer.AddFields(item);
         }
