@@ -53,10 +53,6 @@ void Frame::ScrollTo(Point position) {
     Mirror(Aspect::Scroll); // last: what the children leave behind is drawn anew
 }
 
-void Frame::ScrollIntoView(const Widget& descendant) {
-    ScrollIntoView(descendant, {0, 0, descendant.Bounds().width, descendant.Bounds().height});
-}
-
 void Frame::ScrollIntoView(const Widget& descendant, Rect part) {
     if (&descendant == this || !descendant.IsWithin(*this))
         return;

@@ -32,9 +32,7 @@ class Frame : public Widget {
     Point Scroll() const { return scroll_; }
     /// Gesture and programmatic alike; kept inside the content.
     void ScrollTo(Point position);
-    /// Scrolls as little as shows `descendant` whole, its top left corner first.
-    void ScrollIntoView(const Widget& descendant);
-    /// A part of it alone, in its own coordinates.
+    /// Scrolls as little as shows the part of `descendant` whole, its top left corner first; in its own coordinates.
     void ScrollIntoView(const Widget& descendant, Rect part);
 
     Size MinimumSize(const TextMeasure& measure) const override;

@@ -144,11 +144,6 @@ void NumberField::SetUsable(bool usable, const std::wstring& reason) {
     SetFieldUsable(*box_, hint_, present_, usable, reason);
 }
 
-void NumberField::SetVisible(bool visible) {
-    label_->SetVisible(visible);
-    box_->SetVisible(visible);
-}
-
 bool NumberField::CommitPending() {
     return !box_->Pending() || box_->Commit();
 }
@@ -187,14 +182,6 @@ void MBField::SetUsable(bool usable, const std::wstring& reason) {
     box_->SetEnabled(on);
     if (!on)
         DisableFor(*box_, present_ ? reason : hint_);
-}
-
-void MBField::SetVisible(bool visible) {
-    label_->SetVisible(visible);
-    box_->SetVisible(visible);
-    names_->SetVisible(visible);
-    if (count_)
-        count_->SetVisible(visible);
 }
 
 void MBField::Show(const std::wstring& text) {

@@ -76,7 +76,6 @@ class NumberField {
     void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup, Number least,
                Number greatest);
     void Show(Number value) { box_->SetValue(value); }
-    void SetVisible(bool visible);
     /// Off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
     bool CommitPending();
@@ -119,7 +118,6 @@ class MBField {
     /// Box and button; off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
     /// Label, box, button and count.
-    void SetVisible(bool visible);
     /// False when storing failed, which was shown; the value stays pending.
     bool CommitPending();
 
