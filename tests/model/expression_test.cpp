@@ -198,6 +198,7 @@ TEST(GroupCollection, NumbersItsGroupsAnewAndKnowsTheirKeys) {
         EXPECT_EQ(test::ErrorOf([&] { groups.Item(position); }), 5) << position;
     }
     EXPECT_EQ(test::ErrorOf([&] { groups.Item(L"yours"); }), 5);
+    EXPECT_EQ(test::ErrorOf([&] { groups.Add(L"mine"); }), 5) << "the key is taken";
     EXPECT_EQ(groups.Count(), 3);
 }
 
