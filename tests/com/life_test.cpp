@@ -51,10 +51,17 @@ TEST_F(Life, LetGoInsideAQuestionItGoesWhenTheQuestionIsOver) {
     EXPECT_EQ(container->references, 1u);
 }
 
-TEST_F(Life, LetGoByTheHostsOwnCloseCall) {
+TEST_F(Life, LetGoByTheHostsOwnCloseCallItStaysUntilThatHasReturned) {
     Start();
     ASSERT_EQ(Gui()->Activate(), S_OK);
-    bench->Application()->onClose = [this] { container->Discard(); };
+    bench->Application()->onClose = [this] {
+        container->Discard();
+        // The button's handler is on the stack: neither the control nor what the handler stands on may be gone.
+        EXPECT_FALSE(component.CanUnload());
+        EXPECT_EQ(bench->OpenConfigurations(), 1);
+        // Loops that the host runs now must not clear up either.
+        EXPECT_FALSE(Within([this] { return component.CanUnload(); }, 200));
+    };
     const HWND cancel = container->Find(L"cmdCancel");
     ASSERT_NE(cancel, nullptr);
     PostMessageW(cancel, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));

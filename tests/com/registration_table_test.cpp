@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "addon/com/registration_table.h"
+#include "tests/com/registry_tree.h"
 
 namespace orv::tests {
 namespace {
@@ -73,6 +74,19 @@ TEST_F(Table, RepairsAStalePath) {
     EXPECT_EQ(Register(table, {root.Get(), nullptr}, scope), ERROR_SUCCESS);
     EXPECT_TRUE(table.Applied(root.Get()));
     EXPECT_EQ(scope, Scope::Machine);
+}
+
+TEST_F(Table, PutsEverythingBackWhenALaterEntryFails) {
+    const OwnedKey cls = Make(Make(root.Get(), L"CLSID").Get(), L"{1}", REG_OPTION_VOLATILE);
+    const OwnedKey server = Make(cls.Get(), L"InprocServer32", REG_OPTION_VOLATILE);
+    const DWORD number = 7;
+    RegSetValueExW(server.Get(), nullptr, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
+    const auto before = RegistryTree(HKEY_CURRENT_USER, kPlace);
+    EXPECT_EQ(table.Apply(root.Get()), ERROR_CHILD_MUST_BE_VOLATILE);
+    EXPECT_EQ(RegistryTree(HKEY_CURRENT_USER, kPlace), before);
+    Scope scope = Scope::None;
+    EXPECT_NE(Register(table, {nullptr, root.Get()}, scope), ERROR_SUCCESS);
+    EXPECT_EQ(RegistryTree(HKEY_CURRENT_USER, kPlace), before) << "what works half is not torn down";
 }
 
 class TwoScopes : public Table {
