@@ -1,4 +1,4 @@
-"""Checks what a played script printed: check_play.py NAME TRANSCRIPT STATUS, one "ok" or "not ok" line a case."""
+"""Checks what a played script printed, one "ok" or "not ok" line a case: check_play.py NAME TRANSCRIPT STATUS [LOG...]."""
 import sys
 
 # Lines that must stand in the transcript in this order; others may stand between them.
@@ -30,6 +30,8 @@ EXPECTED = {
         "terminated: 0 host objects in use",
     ],
     "failed-save": [
+        "call: MibSapService.StartSession(3, ***)",
+        "wire: > SESSION 3 ***",
         "log: (Receive) MIBSAP ERROR 310",
         "> print enabled cmdApply",
         "= enabled",
@@ -71,12 +73,13 @@ def missing(lines, wanted):
     return None
 
 
-def main(name, transcript, status):
+def main(name, transcript, status, *logs):
     lines = open(transcript, encoding="utf-8").read().splitlines()
     gap = missing(lines, EXPECTED[name])
     print(f"ok {name}: {len(EXPECTED[name])} lines in order" if gap is None else f"not ok {name}: no \"{gap}\" in its place")
     print(f"{'ok' if status == '0' else 'not ok'} {name}: ended with {status}")
-    leaks = [secret for secret in SECRETS if any(secret in line for line in lines)]
+    texts = lines + [open(log, encoding="utf-8", errors="replace").read() for log in logs]
+    leaks = [secret for secret in SECRETS if any(secret in text for text in texts)]
     print(f"not ok {name}: shows {leaks}" if leaks else f"ok {name}: no password")
     if gap is not None or status != "0":
         print("\n".join("   " + line for line in lines[-25:]))

@@ -84,13 +84,14 @@ checked() {
     play "samples/$name.play" "$sample" "out/test/plays/$name" --device-at "$DEVICE_AT" --level 3 ${HOST_OPTIONS:-} \
         >"out/test/plays/$name.txt" 2>"out/test/plays/$name.err" || status=$?
     stop_device
-    python3 scripts/check_play.py "$name" "out/test/plays/$name.txt" "$status"
+    python3 scripts/check_play.py "$name" "out/test/plays/$name.txt" "$status" "out/test/plays/$name.err" out/orvdevice.log
 }
 
 check_plays() {
     register_component
     checked tour samples/conveyor.json
-    checked failed-save samples/tiny.json --fail-set /OutputFormat/Header:310
+    # Traced, so that all that the host and the link see of a session is looked through for passwords.
+    HOST_OPTIONS=--trace checked failed-save samples/tiny.json --fail-set /OutputFormat/Header:310
     checked close-while-saving samples/tiny.json --silent-after 5
     checked drop-connection samples/tiny.json --silent-after 5
     HOST_OPTIONS="--cluster 1 --device 2 --no-extender" checked slave samples/tunnel.json --cluster 1 --device 2
