@@ -1,4 +1,4 @@
-// Lists, trees and fields of the form against bare windows of the same classes that show the same.
+// Lists and trees of the form against bare windows of the same classes that show the same.
 #include "platform/win32/system.h"
 
 #include <algorithm>
@@ -6,8 +6,6 @@
 #include "bench/win32/bare_lists.h"
 #include "bench/win32/rows.h"
 #include "controls/check_list.h"
-#include "controls/combo_box.h"
-#include "controls/number_box.h"
 #include "controls/picture_list.h"
 #include "controls/tree.h"
 
@@ -16,11 +14,6 @@ namespace {
 
 constexpr double kAim = 1.3;
 constexpr controls::Rect kPlace{10, 10, 300, 320};
-
-/// The whole window, so that both sides pay for what they leave to be drawn.
-void Paint(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-}
 
 struct PictureLists : Stage {
     using Row = controls::PictureList::Row;
@@ -215,87 +208,10 @@ void MeasureTree(const Rows& rows) {
                   [&] { trees.RenameBare(L"Node " + std::to_wstring(build)); }, [&] { ++build; }});
 }
 
-void MeasureCombos(const Rows& rows) {
-    Stage stage;
-    std::vector<controls::ComboBox*> combos;
-    std::vector<HWND> bare;
-    std::vector<controls::ComboBox::Entry> entries;
-    for (int i = 0; i < 30; ++i)
-        entries.push_back({L"Choice number " + std::to_wstring(i), i});
-    for (int i = 0; i < 20; ++i) {
-        combos.push_back(&stage.form.Root().Add<controls::ComboBox>(L"cbo", i));
-        combos.back()->SetBounds({10 + i % 4 * 150, 10 + i / 4 * 40, 140, 24});
-    }
-    stage.Show();
-    for (const controls::ComboBox* combo : combos) {
-        controls::Rect open = combo->Bounds();
-        open.height += 200;
-        bare.push_back(stage.Bare(L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, 0, open));
-    }
-    const Action ours = [&] {
-        for (controls::ComboBox* combo : combos) {
-            combo->SetEntries(entries);
-            combo->SetSelected(3);
-        }
-        Paint(stage.parent.Get());
-    };
-    const Action theirs = [&] {
-        for (const HWND combo : bare) {
-            SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
-            SendMessageW(combo, CB_RESETCONTENT, 0, 0);
-            for (const auto& entry : entries)
-                SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str()));
-            SendMessageW(combo, CB_SETCURSEL, 3, 0);
-            SendMessageW(combo, WM_SETREDRAW, TRUE, 0);
-            InvalidateRect(combo, nullptr, TRUE);
-        }
-        Paint(stage.parent.Get());
-    };
-    rows.Measure({"20 combo boxes, 30 entries set in each", "bare combo boxes", kAim}, {ours, theirs});
-    Require(SendMessageW(stage.host.WindowOf(L"cbo", 7), CB_GETCURSEL, 0, 0) == 3, "The combo boxes differ");
-}
-
-void MeasureNumbers(const Rows& rows) {
-    Stage stage;
-    std::vector<controls::NumberBox*> boxes;
-    std::vector<HWND> bare;
-    for (int i = 0; i < 20; ++i) {
-        boxes.push_back(&stage.form.Root().Add<controls::NumberBox>(L"txt", i));
-        boxes.back()->SetBounds({10 + i % 4 * 100, 10 + i / 4 * 40, 80, 24});
-    }
-    stage.Show();
-    for (const controls::NumberBox* box : boxes) {
-        const HWND edit = stage.Bare(L"EDIT", ES_AUTOHSCROLL | ES_RIGHT, WS_EX_CLIENTEDGE, box->Bounds());
-        controls::Rect beside = box->Bounds();
-        beside.x += beside.width;
-        beside.width = 17;
-        SendMessageW(stage.Bare(UPDOWN_CLASSW, UDS_ARROWKEYS, 0, beside), UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit),
-                     0);
-        bare.push_back(edit);
-    }
-    int value = 0;
-    rows.Measure({"20 number boxes set", "bare text boxes with arrows", kAim},
-                 {[&] {
-                      for (controls::NumberBox* box : boxes)
-                          box->SetValue(value);
-                      Paint(stage.parent.Get());
-                  },
-                  [&] {
-                      for (const HWND box : bare)
-                          SetWindowTextW(box, std::to_wstring(value).c_str());
-                      Paint(stage.parent.Get());
-                  },
-                  [&] { ++value; }});
-    Require(GetWindowTextLengthW(bare[5]) == GetWindowTextLengthW(stage.host.WindowOf(L"txt", 5)),
-            "The number boxes differ");
-}
-
 void Measure(const Rows& rows) {
     MeasurePictureList(rows);
     MeasureCheckList(rows);
     MeasureTree(rows);
-    MeasureCombos(rows);
-    MeasureNumbers(rows);
 }
 
 } // namespace

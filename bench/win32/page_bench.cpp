@@ -7,13 +7,11 @@
 #include <commctrl.h>
 
 #include "bench/win32/rows.h"
+#include "bench/win32/stage.h"
 #include "bench/win32/twin.h"
 #include "controls/tree.h"
-#include "controls/win32/peer_host.h"
 #include "editor/editor.h"
 #include "model/catalogue.h"
-#include "platform/win32/activation.h"
-#include "platform/win32/module.h"
 #include "tests/support/bench.h"
 
 namespace orv::bench {
@@ -22,10 +20,6 @@ namespace {
 constexpr double kAim = 1.3;
 constexpr int kWidth = 800;
 constexpr int kHeight = 640;
-
-void Paint(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-}
 
 HWND Pane(HWND parent, int left) {
     return CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, left, 0, kWidth, kHeight, parent,
@@ -48,6 +42,7 @@ struct Desk final : editor::Commands {
         for (const auto& node : tree.Nodes())
             if (node.key != L"CodeDef")
                 Click(node.key);
+        form.SetFocus(tree); // where a click on a node leaves it
         Paint(host.Parent());
     }
     void Save(bool) override {}

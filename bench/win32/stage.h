@@ -17,6 +17,11 @@ class NoBoxes final : public platform::MessageBoxes {
     void Close() override {}
 };
 
+/// What is left to be drawn, so that both sides pay for it.
+inline void Paint(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
 constexpr int kHalf = 360;
 
 struct Stage {
