@@ -25,7 +25,9 @@ void ComboPeer::Mirror(Aspect aspect) {
         MirrorItems();
         break;
     case Aspect::Selection:
-        Send(CB_SETCURSEL, static_cast<WPARAM>(combo_.Selected()));
+        // The window draws itself anew even when told what it shows; a look costs nothing.
+        if (static_cast<int>(Send(CB_GETCURSEL)) != combo_.Selected())
+            Send(CB_SETCURSEL, static_cast<WPARAM>(combo_.Selected()));
         break;
     case Aspect::Bounds:
         MirrorBounds();

@@ -108,8 +108,8 @@ LRESULT TreePeer::Notify(NMHDR& header) {
 
 /// The node of the page on show must be seen while the focus is in the page; some themes leave next to nothing of it.
 LRESULT TreePeer::Drawing(NMTVCUSTOMDRAW& draw) {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) // every node asks, so only when one of them is to look different
+        return GetFocus() == Window() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED) != 0 &&
         GetFocus() != Window()) {
         draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
