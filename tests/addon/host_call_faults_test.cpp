@@ -58,8 +58,8 @@ std::vector<std::string> CallsOfALife(bool configurationSwitch) {
 /// Most calls of a life are the same few of a read or a write again and again. Unless ORV_EXHAUSTIVE is set, the first
 /// of each name are taken and of the rest every so many-th, which meets each place of the loops sooner or later.
 std::vector<std::size_t> Picked(const std::vector<std::string>& calls) {
-    constexpr int kOfEachName = 12;
-    constexpr std::size_t kStride = 23;
+    constexpr int kOfEachName = 5;
+    constexpr std::size_t kStride = 61;
     std::map<std::string, int> seen;
     std::vector<std::size_t> picked;
     for (std::size_t k = 1; k <= calls.size(); ++k)

@@ -187,7 +187,7 @@ TEST_P(MemoryFaults, EachAllocationOfALifeInTurn) {
     Undisturbed(); // fills what is kept for the process
     const Reference reference = Undisturbed();
     EXPECT_EQ(reference.leftOut, "");
-    const std::vector<std::int64_t> picked = Picked(reference, 2, 150);
+    const std::vector<std::int64_t> picked = Picked(reference, 1, 60);
     std::map<std::string, int> silent;
     int told = 0;
     int hit = 0;
