@@ -17,9 +17,17 @@ class Boxes : public MessageBoxes {
         shown.push_back(box);
         return Answer::Ok;
     }
+    void ShowPlain(const wchar_t* text, const wchar_t* title) noexcept override {
+        if (canShowPlain)
+            plain.push_back({text, title});
+        else
+            Beep();
+    }
     void Beep() override { ++beeps; }
     void Close() override {}
     std::vector<MessageBox> shown;
+    std::vector<MessageBox> plain;
+    bool canShowPlain = true;
     bool noMemory = false;
     int beeps = 0;
 };
@@ -36,14 +44,29 @@ TEST(Guarded, KeepsQuietOfAbandonedWaitsAndSurvivesEverythingElse) {
     Boxes boxes;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw WaitAbandoned{}; }));
     EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::bad_alloc(); }));
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::runtime_error("odd"); }));
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw 3; }));
-    EXPECT_THAT(boxes.shown, testing::SizeIs(2));
-    EXPECT_EQ(boxes.shown[0].text, L"A.b\n7: Out of memory");
+    ASSERT_THAT(boxes.shown, testing::SizeIs(1));
+    EXPECT_EQ(boxes.shown[0].text, L"A.b\n5: odd");
+    EXPECT_EQ(boxes.beeps, 1);
+    EXPECT_TRUE(boxes.plain.empty());
+}
+
+TEST(Guarded, SaysWithoutMemoryWhatItCan) {
+    Boxes boxes;
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::bad_alloc(); }));
     boxes.noMemory = true;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
-    EXPECT_EQ(boxes.beeps, 2);
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(-1, std::wstring(5000, L'x')); }));
+    EXPECT_TRUE(boxes.shown.empty());
+    ASSERT_THAT(boxes.plain, testing::SizeIs(3));
+    EXPECT_EQ(boxes.plain[0].text, L"A.b\n7: Out of memory");
+    EXPECT_EQ(boxes.plain[0].title, L"Output Format Addon");
+    EXPECT_EQ(boxes.plain[1].text, L"A.b\n" + std::to_wstring(5) + L": " + Error(5).Description());
+    EXPECT_EQ(boxes.plain[2].text, L"A.b\n-1: " + std::wstring(511 - 8, L'x')) << "cut to what the buffer holds";
+    boxes.canShowPlain = false;
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
+    EXPECT_EQ(boxes.beeps, 1);
 }
 
 TEST(Restoring, RunsOnEveryWayOutAndNeverReplacesAnErrorInFlight) {
