@@ -67,6 +67,8 @@ void MBEditCore::Changed() {
 bool MBEditCore::Undo() {
     if (!CanUndo())
         return false;
+    // Room first: a step that is taken off the list must be taken back.
+    content_.Reserve(content_.Size() + history_.NextUndo().removed.Size());
     const Edit& edit = history_.Undo();
     content_.Splice(edit.at, edit.inserted.Size(), edit.removed);
     anchor_ = edit.anchor;
@@ -78,6 +80,7 @@ bool MBEditCore::Undo() {
 bool MBEditCore::Redo() {
     if (!CanRedo())
         return false;
+    content_.Reserve(content_.Size() + history_.NextRedo().inserted.Size());
     const Edit& edit = history_.Redo();
     content_.Splice(edit.at, edit.removed.Size(), edit.inserted);
     caret_ = anchor_ = edit.at + edit.inserted.Size();
@@ -90,6 +93,8 @@ bool MBEditCore::Fits(std::size_t added) const {
 }
 
 void MBEditCore::Apply(EditKind kind, std::size_t at, std::size_t length, const TokenText& inserted) {
+    // Room first: what stands in the history must have been done.
+    content_.Reserve(content_.Size() - length + inserted.Size());
     history_.Add({kind, at, content_.Part(at, length), inserted, anchor_, caret_});
     content_.Splice(at, length, inserted);
     caret_ = anchor_ = at + inserted.Size();

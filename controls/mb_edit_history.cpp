@@ -5,9 +5,9 @@
 namespace orv::controls {
 
 void EditHistory::Add(Edit edit) {
-    undone_.clear();
     if (!open_ || done_.empty() || !Joined(edit))
         done_.push_back(std::move(edit));
+    undone_.clear();
     open_ = true;
 }
 

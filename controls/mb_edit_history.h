@@ -29,7 +29,10 @@ class EditHistory {
     void Clear();
     bool CanUndo() const { return !done_.empty(); }
     bool CanRedo() const { return !undone_.empty(); }
-    /// The edit to take back or to do again, valid until the next call. Call only when there is one.
+    // All of these are for when there is one.
+    const Edit& NextUndo() const { return done_.back(); }
+    const Edit& NextRedo() const { return undone_.back(); }
+    /// The edit to take back or to do again, valid until the next call.
     const Edit& Undo();
     const Edit& Redo();
 

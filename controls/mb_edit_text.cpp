@@ -41,11 +41,19 @@ std::size_t TokenText::LengthOf(std::uint8_t byte) {
     return Tokens()[byte].Length();
 }
 
+void TokenText::Reserve(std::size_t size) {
+    text_.reserve(size);
+    // Text grows by itself to twice what it had, cells would not.
+    if (size > cells_.capacity())
+        cells_.reserve(std::max(size, 2 * cells_.capacity()));
+}
+
 void TokenText::Assign(std::span<const std::uint8_t> bytes) {
     const auto& tokens = Tokens();
     std::size_t length = 0;
     for (std::uint8_t byte : bytes)
         length += tokens[byte].Length();
+    Reserve(length);
     text_.resize(length);
     cells_.resize(length);
     wchar_t* character = text_.data();
@@ -60,6 +68,7 @@ void TokenText::Assign(std::span<const std::uint8_t> bytes) {
 }
 
 void TokenText::AppendLineBreak() {
+    Reserve(Size() + 1);
     text_ += kLineBreak;
     cells_.push_back({kReturn, 1});
 }
@@ -96,6 +105,7 @@ TokenText TokenText::Part(std::size_t at, std::size_t length) const {
 }
 
 void TokenText::Splice(std::size_t at, std::size_t length, const TokenText& with) {
+    Reserve(Size() - length + with.Size());
     text_.replace(at, length, with.text_);
     const auto first = cells_.erase(cells_.begin() + Offset(at), cells_.begin() + Offset(at + length));
     cells_.insert(first, with.cells_.begin(), with.cells_.end());

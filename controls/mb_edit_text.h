@@ -18,7 +18,7 @@ struct ShadowCell {
 };
 
 /// Characters and cells, always of the same length. A line break is the one token whose character (Return) is not
-/// what its byte shows as.
+/// what its byte shows as. What fails for want of memory changes nothing.
 class TokenText {
   public:
     static constexpr wchar_t kLineBreak = L'\r';
@@ -30,6 +30,8 @@ class TokenText {
     /// Displayed characters of a byte.
     static std::size_t LengthOf(std::uint8_t byte);
     void Assign(std::span<const std::uint8_t> bytes);
+    /// Room for that many characters; what needs no more cannot fail afterwards.
+    void Reserve(std::size_t size);
     void AppendLineBreak();
     void Append(const TokenText& other) { Splice(Size(), 0, other); }
 

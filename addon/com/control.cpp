@@ -40,8 +40,9 @@ HRESULT Control::Create(IUnknown* outer, REFIID id, void** object) {
 }
 
 Control::Control(IUnknown* outer)
-    : inner_(*this), outer_(outer ? outer : &inner_), process_(Process::Acquire()), hostFaces_(*this),
-      objectFaces_(*this), inPlaceFaces_(*this), viewFaces_(*this), persistFaces_(*this), identityFaces_(*this),
+    : inner_(*this), outer_(outer ? outer : &inner_),
+      process_(std::make_unique<Process>(static_cast<ModalParty&>(*this))), hostFaces_(*this), objectFaces_(*this),
+      inPlaceFaces_(*this), viewFaces_(*this), persistFaces_(*this), identityFaces_(*this),
       product_(new addon::AddOn(process_->State(), *this)),
       window_(std::make_unique<ControlWindow>(
           product_->Editor(), process_->Services(),
@@ -50,13 +51,9 @@ Control::Control(IUnknown* outer)
               [this] { platform::ReportCurrentException(process_->Services().Boxes(), L"AddOnControl.Window"); }})),
       preTranslation_(
           process_->Services().Pump().AddPreTranslate([this](MSG& message) { return window_->TranslateKey(message); })),
-      inPlace_(site_, *window_, inPlaceFaces_), extent_(DefaultExtent()) {
-    process_->SetParty(this);
-}
+      inPlace_(site_, *window_, inPlaceFaces_), extent_(DefaultExtent()) {}
 
-Control::~Control() {
-    process_->ForgetParty(this);
-}
+Control::~Control() = default;
 
 HRESULT Control::Inner::QueryInterface(REFIID id, void** object) {
     if (!object)
@@ -126,7 +123,6 @@ void Control::LastReferenceGone() {
 void Control::Close() {
     if (std::exchange(closed_, true))
         return;
-    process_->Retire();
     // Waits are woken and boxes answered before the windows go: their code looks at the product once more.
     product_->Terminate();
     InPlaceDeactivate();

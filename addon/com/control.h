@@ -84,7 +84,7 @@ class Control final : private addon::Container, private ModalParty {
     ModuleLock lock_;
     Inner inner_;
     IUnknown* outer_;
-    std::shared_ptr<Process> process_;
+    std::unique_ptr<Process> process_;
     HostFaces hostFaces_;
     ObjectFaces objectFaces_;
     InPlaceFaces inPlaceFaces_;

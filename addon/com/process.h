@@ -1,7 +1,7 @@
 #pragma once
-// What there is one of in the process while any control lives: services of the system, factory, state.
-#include <memory>
-
+// What a control stands on: services of the system, factory, state. One of each for the process, because the host is
+// told to make one control only. Where it makes two all the same each has its own: with one between them, the first to
+// go would close the other's boxes and waits and take its model along.
 #include "addon/com/host_adapters.h"
 #include "addon/process_state.h"
 #include "platform/win32/system_services.h"
@@ -18,25 +18,20 @@ class ModalParty {
 
 class Process {
   public:
-    /// The one there is, or a new one.
-    static std::shared_ptr<Process> Acquire();
-    Process();
+    /// `party` must outlive it.
+    explicit Process(ModalParty& party);
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
     ProcessState& State() { return state_; }
     platform::win32::SystemServices& Services() { return services_; }
-    void SetParty(ModalParty* party) { party_ = party; }
-    void ForgetParty(const ModalParty* party);
-    /// Its services are closed: whoever acquires next gets a new one, though late waits still stand on this one.
-    void Retire();
     /// Some code of the product stands on the stack, waiting.
     bool Waiting() { return modal_ > 0 || services_.Pump().Depth() > 0; }
 
   private:
     void Modal(bool open);
 
-    ModalParty* party_ = nullptr;
+    ModalParty& party_;
     int modal_ = 0;
     platform::win32::SystemServices services_;
     platform::Services view_;

@@ -71,6 +71,38 @@ TEST_F(Life, LetGoByTheHostsOwnCloseCallItStaysUntilThatHasReturned) {
     EXPECT_EQ(bench->OpenConfigurations(), 0);
 }
 
+TEST_F(Life, OfTwoAtOnceOneGoesWhileTheOtherAsks) {
+    for (const bool askerIsOlder : {false, true}) {
+        SCOPED_TRACE(askerIsOlder);
+        Start(Manners{}, askerIsOlder ? 1 : 0);
+        auto older = std::move(container);
+        Start(Manners{}, askerIsOlder ? 0 : 1);
+        // The one that asks is the one that stays.
+        std::unique_ptr<Container> goes = askerIsOlder ? std::move(container) : std::move(older);
+        if (askerIsOlder)
+            container = std::move(older);
+        auto leaving = Query<IAddOn>(goes->control.Get());
+        EXPECT_EQ(Query<IAddOnGUI>(leaving.Get())->Activate(), S_OK);
+        SHORT result = 0;
+        SHORT device = -1;
+        EXPECT_EQ(leaving->get_GetResult(&result), S_OK);
+        EXPECT_EQ(leaving->get_CurrentDeviceIndex(&device), S_OK);
+        EXPECT_EQ(result, 2);
+        EXPECT_EQ(device, 0) << "one control tells the other its device";
+        BoxAnswers answers(IDYES);
+        answers.meanwhile = [&] {
+            leaving = nullptr;
+            goes.reset();
+        };
+        EXPECT_EQ(Gui()->Activate(), S_OK);
+        EXPECT_EQ(answers.texts.size(), 1u);
+        EXPECT_EQ(Result(), 2) << "the question was answered by the one that went";
+        EXPECT_EQ(bench->Application()->closeCount, 0);
+        EXPECT_EQ(bench->OpenConfigurations(), 1);
+        container.reset();
+    }
+}
+
 TEST_F(Life, ClosedItAnswersAndDoesNothing) {
     Start();
     const ComPtr<IUnknown> control = container->control;
