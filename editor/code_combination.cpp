@@ -65,6 +65,7 @@ controls::OptionButton& CodeCombination::Option(std::int32_t value) {
         std::find_if(made_.begin(), made_.end(), [value](const OptionButton* o) { return o->Index() == value; });
     if (found != made_.end())
         return **found;
+    made_.reserve(made_.size() + 1); // a button that nobody knows would show for ever
     auto& option = fraCodeCombOptions_.Add<OptionButton>(L"optCodeComb", value);
     option.onClick = [this, value] { context_.Edit(L"optCodeComb_Click", [this, value] { Choose(value); }); };
     made_.push_back(&option);
@@ -88,10 +89,10 @@ void CodeCombination::SetUpOptions() {
         OptionButton& option = Option(choice.value);
         if (std::find(used_.begin(), used_.end(), &option) != used_.end())
             continue; // listed twice
+        used_.push_back(&option);
         option.SetCaption(CaptionOf(choice.label));
         option.SetHint(hint);
         option.SetVisible(true);
-        used_.push_back(&option);
     }
     fraCodeCombOptions_.SetVisible(!used_.empty());
     lblCodeComb_.SetCaption(CaptionOf(hint));

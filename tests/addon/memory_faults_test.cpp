@@ -164,8 +164,11 @@ class ShortLife {
     bool told_ = false;
 };
 
-/// The first allocations of each step, and of the rest every so-many-th, unless ORV_EXHAUSTIVE is set.
+/// The first allocations of each step, and of the rest every so-many-th, unless ORV_EXHAUSTIVE is set. ORV_ALLOCATION
+/// names the one of a failure that is to be seen again.
 std::vector<std::int64_t> Picked(const Reference& reference, std::int64_t ofEachStep, std::int64_t lives) {
+    if (const char* one = std::getenv("ORV_ALLOCATION"))
+        return {std::atoll(one)};
     std::vector<std::int64_t> picked;
     const std::int64_t all = reference.counts.back();
     const std::int64_t stride = std::getenv("ORV_EXHAUSTIVE") ? 1 : std::max<std::int64_t>(1, all / lives);
