@@ -37,6 +37,10 @@ function(orv_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE orv_options ${ARG_USES} GTest::gmock GTest::gtest GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  if(WIN32)
+    # What is tested is compiled as it ships; optimising the tests themselves takes almost half of their time to build.
+    target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>)
+  endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
 endfunction()
 

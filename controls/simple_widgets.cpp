@@ -145,11 +145,11 @@ std::vector<OptionButton*> OptionButton::Group() const {
 void OptionButton::SetChosen(bool chosen) {
     if (chosen_ == chosen)
         return;
+    // The others first looked up, then changed: two that are chosen at once would stay so.
+    const std::vector<OptionButton*> group = chosen ? Group() : std::vector<OptionButton*>{};
     chosen_ = chosen;
     Mirror(Aspect::Check);
-    if (!chosen)
-        return;
-    for (OptionButton* other : Group())
+    for (OptionButton* other : group)
         if (other != this)
             other->SetChosen(false);
 }
