@@ -61,10 +61,10 @@ minimise_one() {
     kept=out/fuzz/$name/kept
     before=$(find "$corpus" -type f | wc -l)
     rm -rf "$kept"
-    mkdir -p "$kept" "out/fuzz/$name/corpus"
+    mkdir -p "$kept" "out/fuzz/$name/corpus" "out/fuzz/$name/found"
     find "$corpus" -type f -regextype posix-extended ! -regex '.*/[0-9a-f]{40}' -exec cp {} "$kept" \;
     # Edges without the number of times that they were taken: a replay is to be short.
-    "$program" -set_cover_merge=1 -use_counters=0 -timeout=120 "$kept" "$corpus" "out/fuzz/$name/corpus" \
+    "$program" -set_cover_merge=1 -use_counters=0 -timeout=120 -artifact_prefix="out/fuzz/$name/found/" "$kept" "$corpus" "out/fuzz/$name/corpus" \
         >"out/fuzz/$name/merge.log" 2>&1 </dev/null || { tail -n 5 "out/fuzz/$name/merge.log"; return 1; }
     rm -f "$corpus"/*
     cp "$kept"/* "$corpus"
