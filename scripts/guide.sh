@@ -1,0 +1,60 @@
+# Sourced by ./dev: the user's guide from its source, and its pictures from the running editor.
+
+GUIDE_SIZE=820x580
+# What the bench host's window adds round the editor: border, title and menu; border and status line.
+GUIDE_TOP=42 GUIDE_BOTTOM=25 GUIDE_SIDE=4
+
+# Debian's own interpreter, whichever stands first in the path: the packages are made for it.
+build_guide() {
+    /usr/bin/python3 scripts/guide build/guide || return 1
+    local folder
+    for folder in build/win64/bin build/win32/bin; do
+        [[ -d $folder ]] && cp build/guide/*.chm "$folder/"
+    done
+    return 0
+}
+
+# The component looks for it beside itself. Built once, and again when its source or a text of the product is newer.
+have_guide() {
+    local newest=build/guide/OrvOutFormat_0409.chm
+    [[ -f $newest && -f build/win64/bin/OrvOutFormat_0409.chm ]] &&
+        [[ -z $(find docs/guide scripts/guide text/texts.def model/catalogue.cpp CMakeLists.txt -newer "$newest" -print -quit) ]] &&
+        return 0
+    build_guide
+}
+
+hide_guide() { rm -f build/win64/bin/OrvOutFormat_*.chm; }
+
+# Only the editor, in few colours: the committed files stay small.
+to_guide() {
+    local picture size
+    for picture in "$1"/*.png; do
+        size=$(identify -format '%w %h' "$picture")
+        convert "$picture" -crop "$((${size% *} - 2 * GUIDE_SIDE))x$((${size#* } - GUIDE_TOP - GUIDE_BOTTOM))+$GUIDE_SIDE+$GUIDE_TOP" \
+            +repage +dither -colors 64 -strip -define png:compression-level=9 -define png:exclude-chunks=date,time \
+            "PNG8:docs/guide/pictures/$(basename "$picture")"
+    done
+}
+
+# play_task FOLDER: the first task of the guide, step by step; 1 when a step does not do what the guide says.
+play_task() {
+    local status=0
+    start_device samples/conveyor.json
+    play docs/guide/first-task.play samples/conveyor.json "$1" --device-at "$DEVICE_AT" --level 3 --size "$GUIDE_SIZE" || status=$?
+    stop_device
+    return "$status"
+}
+
+take_pictures() {
+    make_prefix
+    [[ -n ${DISPLAY:-} ]] || start_display
+    register_component
+    play docs/guide/pictures.play samples/conveyor.json out/guide/pages --level 3 --size "$GUIDE_SIZE" >out/guide-pages.log ||
+        { tail -n 5 out/guide-pages.log >&2; return 1; }
+    play_task out/guide/task >out/guide-task.log || { tail -n 5 out/guide-task.log >&2; return 1; }
+    mkdir -p docs/guide/pictures
+    rm -f docs/guide/pictures/*.png
+    to_guide out/guide/pages
+    to_guide out/guide/task
+    du -ch docs/guide/pictures/*.png | tail -n 1
+}
