@@ -11,27 +11,31 @@ ROOT = Path(__file__).resolve().parents[2]
 DOCUMENT = "OrvOutFormat user guide.pdf"
 
 
-def build(out):
+def read_all():
+    """The guides of all languages; what is wrong with their source comes back beside them."""
+    guides = [read_guide(ROOT, language) for language in LANGUAGES]
+    faults = [fault for guide in guides for fault in check.source_faults(guide, ROOT)]
+    return guides, faults + check.missing_texts(guides[0], ROOT)
+
+
+def build(guides, out):
+    """What was made, and what is wrong with it."""
     out.mkdir(parents=True, exist_ok=True)
-    made = []
-    faults = []
-    for language in LANGUAGES:
-        guide = read_guide(ROOT, language)
-        faults += check.source_faults(guide, ROOT)
-        if language == "en":
-            faults += check.missing_texts(guide, ROOT)
-            build_document(guide, read_words(ROOT / "docs/guide/en"), ROOT, out / DOCUMENT)
-            made.append(out / DOCUMENT)
-        made.append(build_help(guide, ROOT, out))
-        faults += check.help_faults(guide, made[-1])
-    return made, faults
+    english = guides[0]
+    build_document(english, read_words(ROOT / "docs/guide" / english.language), ROOT, out / DOCUMENT)
+    made = [build_help(guide, ROOT, out) for guide in guides]
+    faults = [fault for guide, file in zip(guides, made) for fault in check.help_faults(guide, file)]
+    return [out / DOCUMENT, *made], faults
 
 
 def main():
+    made = []
     try:
-        made, faults = build(Path(sys.argv[1]) if len(sys.argv) > 1 else ROOT / "build/guide")
+        guides, faults = read_all()
+        if not faults:
+            made, faults = build(guides, Path(sys.argv[1]) if len(sys.argv) > 1 else ROOT / "build/guide")
     except GuideError as error:
-        made, faults = [], [str(error)]
+        faults = [str(error)]
     for fault in faults:
         print(f"guide: {fault}", file=sys.stderr)
     if faults:

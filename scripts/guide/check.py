@@ -7,9 +7,6 @@ from pathlib import Path
 
 from source import read_texts
 
-# Control names and types of items come in with the tables made of them; what joins two values is no text to look up.
-QUOTED_TEXT = re.compile(r"`([^`]+)`")
-
 
 def anchors(page):
     return {element.get("id") for element in page.body.iter() if element.get("id")}
@@ -38,7 +35,7 @@ def picture_faults(guide, root):
                 yield f"{guide.language}/{page.name}: picture {picture.get('src')} says nothing to who cannot see it"
 
 
-def bold_faults(guide, texts):
+def bold_faults(guide):
     """What is written in bold by hand looks like a caption and would not follow the product's."""
     for page in guide.pages:
         for bold in page.body.iter("strong"):
@@ -46,7 +43,7 @@ def bold_faults(guide, texts):
 
 
 def source_faults(guide, root):
-    faults = [*link_faults(guide), *picture_faults(guide, root), *bold_faults(guide, read_texts(root))]
+    faults = [*link_faults(guide), *picture_faults(guide, root), *bold_faults(guide)]
     faults += [f"{guide.language}/{page.name}: no keywords" for page in guide.pages if not page.keywords]
     return faults
 

@@ -52,8 +52,8 @@ def version_of(root):
 
 
 def caption(text):
-    """As it stands on the screen: no mark of an access key, no shortcut behind a tab."""
-    return re.sub(r"&(.)", r"\1", text.split("\t")[0]).rstrip("&").strip()
+    """As it stands on the screen: no mark of an access key, no shortcut behind a tab, nor the colon before a field."""
+    return re.sub(r"&(.)", r"\1", text.split("\t")[0]).rstrip("&: ").strip()
 
 
 class Marks:
