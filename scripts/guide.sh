@@ -1,6 +1,6 @@
 # Sourced by ./dev: the user's guide from its source, and its pictures from the running editor.
 
-GUIDE_SIZE=820x580
+GUIDE_SIZE=840x640
 # What the bench host's window adds round the editor: border, title and menu; border and status line.
 GUIDE_TOP=42 GUIDE_BOTTOM=25 GUIDE_SIDE=4
 

@@ -79,10 +79,17 @@ class Marks:
         if second:
             if first != "raw":
                 raise GuideError(f"unknown mark {match[0]}")
-            return f'<span class="message">{html.escape(self.text(second).strip())}</span>'
+            return self.message(self.text(second))
         if first in self.made:
             return self.made[first]()
         return f"<b>{html.escape(caption(self.text(first)))}</b>"
+
+    @staticmethod
+    def message(text):
+        """What a text is joined to begins and ends with a blank: outside the mark-up, where blanks run together."""
+        shown = text.strip()
+        before, after = text.partition(shown)[::2]
+        return f'{before}<span class="message">{html.escape(shown)}</span>{after}'
 
     def characters(self):
         """All names that stand for a byte, two a row; Ctrl with a letter types the first 26 but a few."""
