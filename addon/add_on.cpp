@@ -14,10 +14,6 @@ using platform::Restoring;
 using text::Id;
 using text::Load;
 
-/// Which component of the process talks to a device now: the host's service is one, whoever asks for it, and another
-/// component would cut the session of this one. User-interface thread only.
-const AddOn* onTheWire = nullptr;
-
 /// For the releases of the end, whose failures are nobody's business any more.
 template <typename Action>
 void IgnoringErrors(Action&& action) noexcept {
@@ -126,8 +122,8 @@ void AddOn::ShowSteps() {
     state_.configuration = manager.GetConfiguration();
     state_.current.accessLevel = Required(state_.configuration).AccessLevel();
     Required(state_.application).SetCaption(Load(Id::AddOnTitle));
-    state_.calls.Increment();
-    editor_->SetDesignFlag(state_.calls.Flag());
+    state_.common->calls.Increment();
+    editor_->SetDesignFlag(state_.common->calls.Flag());
     editor_->ShowFirstPage();
     state_.progressOwner = container_.Window();
 }
@@ -188,7 +184,7 @@ void AddOn::Save(bool interactive) {
     if (saving_ || terminating_)
         throw platform::WaitAbandoned{};
     const bool toDevice = interactive && !editor_->NoInteractive();
-    if (toDevice && onTheWire != nullptr) {
+    if (toDevice && state_.common->onTheWire != nullptr) {
         state_.platform.boxes.Beep();
         throw platform::WaitAbandoned{};
     }
@@ -210,9 +206,11 @@ void AddOn::Save(bool interactive) {
 }
 
 void AddOn::SaveSteps(bool toDevice) {
-    const Restoring offTheWire([before = onTheWire] { onTheWire = before; });
+    // Another control's session would be cut by this one's: the host's service carries one.
+    const Restoring offTheWire(
+        [&wire = state_.common->onTheWire, before = state_.common->onTheWire] { wire = before; });
     if (toDevice)
-        onTheWire = this;
+        state_.common->onTheWire = &state_;
     const Restoring enable([this] { container_.SetEnabled(true); });
     container_.SetEnabled(false);
     const bool saved = state_.root->Save(toDevice);
@@ -251,7 +249,7 @@ void AddOn::ReleaseAll() {
     terminated_ = true;
     state_.catalogue.reset();
     state_.root.reset();
-    if (const auto service = std::exchange(state_.mibSap, nullptr); service && onTheWire == nullptr)
+    if (const auto service = std::exchange(state_.mibSap, nullptr); service && state_.common->onTheWire == nullptr)
         IgnoringErrors([&] { service->Disconnect(); });
     const auto configuration = std::exchange(state_.configuration, nullptr);
     if (const auto manager = std::exchange(state_.manager, nullptr))

@@ -1,5 +1,5 @@
 #pragma once
-// The one state of the process: what device access needs, the root of the output format and the catalogue.
+// What the component keeps while it lives: what device access needs, the root of the output format and the catalogue.
 #include <memory>
 
 #include "device/device_state.h"

@@ -94,7 +94,7 @@ class Application {
         total_ = file_.Model().Plan().size();
         if (!Save())
             Fail(Stop(file_.Model().LastSave().stoppedAt));
-        if (file_.State().lastTransportError != 0)
+        if (file_.State().common->lastTransportError != 0)
             Fail("all parameters written, but the session did not end");
         return file_.Model().LastSave().written;
     }
@@ -126,8 +126,8 @@ class Application {
     [[noreturn]] void Fail(std::string line) {
         if (!traffic_.Refusal().empty())
             line += ": " + traffic_.Refusal();
-        else if (file_.Platform().boxes.shown.empty() && file_.State().lastTransportError != 0)
-            line += ": transport error " + std::to_string(file_.State().lastTransportError);
+        else if (file_.Platform().boxes.shown.empty() && file_.State().common->lastTransportError != 0)
+            line += ": transport error " + std::to_string(file_.State().common->lastTransportError);
         for (const platform::MessageBox& box : file_.Platform().boxes.shown)
             line += "; " + ToUtf8(box.text);
         throw Failure(status::kDevice, file_.Name() + ": " + options_.to + ": " + line);

@@ -31,13 +31,6 @@ void CheckList::SetChecked(int row, bool checked) {
     Mirror(Aspect::Check);
 }
 
-void CheckList::SetText(int row, std::wstring text) {
-    if (!Has(row) || At(row).text == text)
-        return;
-    At(row).text = std::move(text);
-    Mirror(Aspect::Items);
-}
-
 void CheckList::SetSelected(int row) {
     selected_ = Has(row) ? row : -1;
     Mirror(Aspect::Selection);

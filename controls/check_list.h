@@ -27,7 +27,6 @@ class CheckList : public Widget {
     void SetRows(std::vector<Row> rows);
     /// The ones below ignore a row that is not there.
     void SetChecked(int row, bool checked);
-    void SetText(int row, std::wstring text);
     /// 0-based; -1 is none.
     int Selected() const { return selected_; }
     void SetSelected(int row);

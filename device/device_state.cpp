@@ -1,6 +1,7 @@
 #include "device/device_state.h"
 
 #include <limits>
+#include <utility>
 
 #include "device/mib_param_cache.h"
 
@@ -13,8 +14,8 @@ void CallCounter::Increment() {
         flag_ = true;
 }
 
-DeviceState::DeviceState(platform::Services& services, HostFactory& hostFactory)
-    : platform(services), factory(hostFactory) {}
+DeviceState::DeviceState(platform::Services& services, HostFactory& hostFactory, std::shared_ptr<CommonState> shared)
+    : platform(services), factory(hostFactory), common(std::move(shared)) {}
 
 DeviceState::~DeviceState() = default;
 

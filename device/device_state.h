@@ -1,5 +1,6 @@
 #pragma once
-// The process-wide state, as far as device access knows it. There is one, owned by the component.
+// The state of the component, as far as device access knows it. A host makes one control, so there is one; of two at
+// once each has its own, but for what `CommonState` holds.
 #include <cstdint>
 #include <memory>
 
@@ -29,8 +30,20 @@ struct Target {
     std::int32_t accessLevel = 0;
 };
 
+struct DeviceState;
+
+/// One for the process, even with two controls in it: what counts and what fails belongs to no control, and the host's
+/// service carries one session, whoever asks for it. User-interface thread only.
+struct CommonState {
+    CallCounter calls;
+    std::int32_t lastTransportError = 0;    ///< only ever set, never cleared
+    const DeviceState* onTheWire = nullptr; ///< of the control that talks to a device now
+};
+
 struct DeviceState {
-    DeviceState(platform::Services& services, HostFactory& hostFactory);
+    /// Without a `shared` of others it has a common part of its own.
+    DeviceState(platform::Services& services, HostFactory& hostFactory,
+                std::shared_ptr<CommonState> shared = std::make_shared<CommonState>());
     ~DeviceState();
     DeviceState(const DeviceState&) = delete;
     DeviceState& operator=(const DeviceState&) = delete;
@@ -40,11 +53,10 @@ struct DeviceState {
     std::shared_ptr<HostApplication> application;
     std::shared_ptr<ConfigurationManager> manager;
     std::shared_ptr<Configuration> configuration;
-    std::shared_ptr<MibSapService> mibSap; ///< obtained when first needed
-    std::unique_ptr<MIBParamCache> cache;  ///< of the running save
-    Target current;                        ///< indices set by the host, level read once when shown
-    std::int32_t lastTransportError = 0;   ///< only ever set, never cleared
-    CallCounter calls;
+    std::shared_ptr<MibSapService> mibSap;     ///< obtained when first needed
+    std::unique_ptr<MIBParamCache> cache;      ///< of the running save
+    Target current;                            ///< indices set by the host, level read once when shown
+    const std::shared_ptr<CommonState> common; ///< never null
     WindowHandle progressOwner = 0;
 
     /// Created on first use and kept for the process.

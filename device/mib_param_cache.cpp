@@ -135,20 +135,20 @@ bool MIBParamCache::Commit(bool validate) {
         COrvMIBSAPMonitor monitor(state_, target_);
         ConfigureMonitor(monitor);
         if (!monitor.Connect()) {
-            state_.lastTransportError = monitor.LastError();
+            state_.common->lastTransportError = monitor.LastError();
             return false;
         }
         {
             const Restoring disconnect([&] { monitor.Disconnect(); });
             if (!monitor.StartSession()) {
-                state_.lastTransportError = monitor.LastError();
+                state_.common->lastTransportError = monitor.LastError();
                 return false;
             }
             allWritten = WriteAll(monitor);
             if (allWritten) {
                 support.SetProgressText(Load(Id::PleaseWait));
                 if (!monitor.EndSession(validate ? L"V" : L"P"))
-                    state_.lastTransportError = monitor.LastError();
+                    state_.common->lastTransportError = monitor.LastError();
             }
         }
         support.Settle(kSettleValue);

@@ -205,17 +205,17 @@ std::optional<Value> COrvMIBSAPMonitor::GetData(const std::wstring& entry) {
 
 bool COrvMIBSAPMonitor::SetData(const std::wstring& entry, const Value& value) {
     if (!Connect()) {
-        state_.lastTransportError = LastError();
+        state_.common->lastTransportError = LastError();
         return false;
     }
     const platform::Restoring disconnect([this] { Disconnect(); });
     if (!StartSession()) {
-        state_.lastTransportError = LastError();
+        state_.common->lastTransportError = LastError();
         return false;
     }
     const bool set = SetEntry(entry, value);
     if (!EndSession(L"V")) {
-        state_.lastTransportError = LastError();
+        state_.common->lastTransportError = LastError();
         return false;
     }
     return set;

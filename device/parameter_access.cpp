@@ -30,7 +30,7 @@ std::shared_ptr<ParameterTable> ParameterAccess::Table(const Target& target) {
 EntryHandle ParameterAccess::Resolve(ParameterTable& table, const ParameterId& id, std::int32_t accessLevel) {
     if (const auto* path = std::get_if<std::wstring>(&id))
         return table.FindByPath(*path, accessLevel);
-    state_.calls.Increment();
+    state_.common->calls.Increment();
     return table.FindByNumber(std::get<std::int32_t>(id));
 }
 

@@ -5,6 +5,7 @@
 #include "editor/code_def_page.h"
 #include "editor/code_page.h"
 #include "editor/context.h"
+#include "editor/fields.h"
 #include "editor/format_def_page.h"
 #include "editor/group_page.h"
 #include "editor/guide.h"

@@ -2,6 +2,7 @@
 #include "device/parameter_access.h"
 #include "editor/context.h"
 #include "editor/editor.h"
+#include "editor/fields.h"
 #include "editor/page.h"
 #include "editor/shell.h"
 #include "text/texts.h"

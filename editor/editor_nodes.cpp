@@ -2,6 +2,7 @@
 #include "controls/number_box.h"
 #include "editor/context.h"
 #include "editor/editor.h"
+#include "editor/fields.h"
 #include "editor/node_key.h"
 #include "editor/page.h"
 #include "editor/shell.h"

@@ -46,6 +46,11 @@ std::wstring CaptionOf(const std::wstring& label) {
     return caption;
 }
 
+void ShowCut(controls::Label& label, const std::wstring& text) {
+    label.SetCaption(CaptionOf(text));
+    label.SetToolTip(text);
+}
+
 void SetUpCombo(controls::ComboBox& box, const std::wstring& meaning, std::int32_t number,
                 const device::ControlSetup& setup) {
     std::vector<controls::ComboBox::Entry> entries;

@@ -30,6 +30,9 @@ void SetFieldUsable(controls::Widget& widget, const std::wstring& hint, bool pre
 /// A device's label as a caption: its "&" marks no access key.
 std::wstring CaptionOf(const std::wstring& label);
 
+/// A text of any length, data as well, on a label that cuts it: the tool tip is the whole.
+void ShowCut(controls::Label& label, const std::wstring& text);
+
 /// A list with its label: `cbo…` and `lbl…`.
 class ChoiceField {
   public:

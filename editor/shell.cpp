@@ -19,15 +19,6 @@ constexpr int kRowGap = 6;
 
 } // namespace
 
-void ShowCut(controls::Label& label, const std::wstring& text) {
-    // The text is data: what looks like the mark of an access key is none.
-    std::wstring caption;
-    for (wchar_t c : text)
-        caption.append(c == L'&' ? 2 : 1, c);
-    label.SetCaption(caption);
-    label.SetToolTip(text);
-}
-
 Shell::Shell(controls::Form& owner)
     : form(owner), tvw(owner.Root().Add<controls::Tree>(L"tvw")),
       lblPage(owner.Root().Add<controls::Label>(L"lblPage")),

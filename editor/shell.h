@@ -46,7 +46,4 @@ class Shell {
     controls::LayoutPtr narrowestBottom_; ///< and the check box in another
 };
 
-/// A text of any length on a label that cuts it: the tool tip is the whole.
-void ShowCut(controls::Label& label, const std::wstring& text);
-
 } // namespace orv::editor

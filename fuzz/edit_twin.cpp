@@ -18,18 +18,41 @@ void Versions::Begin(const Tokens& tokens) {
 }
 
 void Versions::Add(const Tokens& tokens, Kind kind) {
-    versions_.resize(at_ + 1);
+    versions_.resize(Alike(at_).last + 1);
+    at_ = versions_.size();
     versions_.push_back({tokens, kind});
-    ++at_;
     left_.clear();
 }
 
+Versions::Range Versions::Alike(std::size_t at) const {
+    Range range{at, at};
+    while (range.first > 0 && versions_[range.first - 1].tokens == versions_[at].tokens)
+        --range.first;
+    while (range.last + 1 < versions_.size() && versions_[range.last + 1].tokens == versions_[at].tokens)
+        ++range.last;
+    return range;
+}
+
+std::optional<std::size_t> Versions::Before(std::size_t from, const Tokens& tokens) const {
+    const Kind kind = versions_[from].kind;
+    for (std::size_t at = from; at-- > 0;) {
+        if (versions_[at].tokens == tokens)
+            return at;
+        if (versions_[at].kind != kind || kind == Kind::Alone)
+            break;
+    }
+    return std::nullopt;
+}
+
 void Versions::Back(const Tokens& tokens) {
-    Require(at_ > 0, "there is something to take back");
+    const Range range = Alike(at_);
+    Require(range.last > 0, "there is something to take back");
     left_.push_back(at_);
-    const Kind kind = versions_[at_].kind;
-    for (--at_; versions_[at_].tokens != tokens; --at_)
-        Require(at_ > 0 && versions_[at_].kind == kind && kind != Kind::Alone, "a step back leads to what was there");
+    std::optional<std::size_t> before;
+    for (std::size_t from = range.first; from <= range.last && !before; ++from)
+        before = Before(from, tokens);
+    Require(before.has_value(), "a step back leads to what was there");
+    at_ = before.value_or(0);
 }
 
 void Versions::Forth(const Tokens& tokens) {

@@ -3,6 +3,7 @@
 // there before.
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -39,6 +40,16 @@ class Versions {
         Tokens tokens;
         Kind kind;
     };
+    struct Range {
+        std::size_t first = 0;
+        std::size_t last = 0;
+    };
+    /// Neighbours that hold the same, as after typing over a selection what it holds: which of them an edit box stands
+    /// at cannot be seen.
+    Range Alike(std::size_t at) const;
+    /// Whether a step back from `from` can end at `tokens`, and where.
+    std::optional<std::size_t> Before(std::size_t from, const Tokens& tokens) const;
+
     std::vector<Version> versions_;
     std::vector<std::size_t> left_;
     std::size_t at_ = 0;

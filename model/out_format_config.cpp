@@ -186,9 +186,9 @@ void OutFormatConfig::ReportFailedSave(std::int32_t sapError) {
     platform::MessageBox box;
     if (sapError != 0)
         box.text = text::Load(Id::SaveFailed) + L"\n" + text::Load(Id::MibSapError) + std::to_wstring(sapError);
-    else if (state_.lastTransportError !=
+    else if (state_.common->lastTransportError !=
              0) // never cleared: it may stem from an earlier save, and is shown all the same
-        box.text = text::Load(Id::CommunicationError) + std::to_wstring(state_.lastTransportError);
+        box.text = text::Load(Id::CommunicationError) + std::to_wstring(state_.common->lastTransportError);
     else
         return;
     box.title = text::Load(Id::ErrorTitle);

@@ -41,16 +41,18 @@ HRESULT Control::Create(IUnknown* outer, REFIID id, void** object) {
 
 Control::Control(IUnknown* outer)
     : inner_(*this), outer_(outer ? outer : &inner_),
-      process_(std::make_unique<Process>(static_cast<ModalParty&>(*this))), hostFaces_(*this), objectFaces_(*this),
-      inPlaceFaces_(*this), viewFaces_(*this), persistFaces_(*this), identityFaces_(*this),
-      product_(new addon::AddOn(process_->State(), *this)),
+      surroundings_(std::make_unique<Surroundings>(static_cast<ModalParty&>(*this))), hostFaces_(*this),
+      objectFaces_(*this), inPlaceFaces_(*this), viewFaces_(*this), persistFaces_(*this), identityFaces_(*this),
+      product_(new addon::AddOn(surroundings_->State(), *this)),
       window_(std::make_unique<ControlWindow>(
-          product_->Editor(), process_->Services(),
-          ControlWindow::Hooks{
-              [this] { FocusArrived(); }, [this](MSG& message) { return PassOn(message); },
-              [this] { platform::ReportCurrentException(process_->Services().Boxes(), L"AddOnControl.Window"); }})),
-      preTranslation_(
-          process_->Services().Pump().AddPreTranslate([this](MSG& message) { return window_->TranslateKey(message); })),
+          product_->Editor(), surroundings_->Services(),
+          ControlWindow::Hooks{[this] { FocusArrived(); }, [this](MSG& message) { return PassOn(message); },
+                               [this] {
+                                   platform::ReportCurrentException(surroundings_->Services().Boxes(),
+                                                                    L"AddOnControl.Window");
+                               }})),
+      preTranslation_(surroundings_->Services().Pump().AddPreTranslate(
+          [this](MSG& message) { return window_->TranslateKey(message); })),
       inPlace_(site_, *window_, inPlaceFaces_), extent_(DefaultExtent()) {}
 
 Control::~Control() = default;
@@ -105,7 +107,7 @@ void Control::LeaveCall() {
 }
 
 bool Control::Idle() const {
-    return calls_ == 0 && product_->Terminated() && !product_->Busy() && !process_->Waiting() &&
+    return calls_ == 0 && product_->Terminated() && !product_->Busy() && !surroundings_->Waiting() &&
            !HostCallScope::Running();
 }
 

@@ -9,8 +9,8 @@
 #include "addon/com/in_place_faces.h"
 #include "addon/com/module.h"
 #include "addon/com/object_faces.h"
-#include "addon/com/process.h"
 #include "addon/com/site.h"
+#include "addon/com/surroundings.h"
 #include "addon/com/view_faces.h"
 
 namespace orv::addon::com {
@@ -84,7 +84,7 @@ class Control final : private addon::Container, private ModalParty {
     ModuleLock lock_;
     Inner inner_;
     IUnknown* outer_;
-    std::unique_ptr<Process> process_;
+    std::unique_ptr<Surroundings> surroundings_;
     HostFaces hostFaces_;
     ObjectFaces objectFaces_;
     InPlaceFaces inPlaceFaces_;

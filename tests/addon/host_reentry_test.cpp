@@ -204,13 +204,14 @@ struct Pair {
         dynamic_cast<controls::Button&>(*editor.Root().Find(name)).Press();
     }
     struct Other {
-        explicit Other(device::HostFactory& factory) : state(platform.services, factory) {}
+        Other(device::HostFactory& factory, std::shared_ptr<device::CommonState> common)
+            : state(platform.services, factory, std::move(common)) {}
         sim::PortablePlatform platform;
         ProcessState state;
     };
 
     Session first;
-    Other other{first.bench.host};
+    Other other{first.bench.host, first.bench.state.common};
     test::RecordedContainer container;
     AddOn two{other.state, container};
 };

@@ -54,7 +54,7 @@ TEST(LifeCycle, ShowBeforeEnableDoesNothing) {
     session.addOn->Register(session.bench.host.Application());
     session.addOn->Show();
     EXPECT_EQ(session.bench.host.Gate().Count(), 0);
-    EXPECT_EQ(session.bench.state.calls.Count(), 0);
+    EXPECT_EQ(session.bench.state.common->calls.Count(), 0);
 }
 
 TEST(LifeCycle, ASecondShowHandsTheFirstConfigurationBack) {
@@ -64,7 +64,7 @@ TEST(LifeCycle, ASecondShowHandsTheFirstConfigurationBack) {
     session.addOn->Show();
     EXPECT_EQ(session.bench.host.OpenConfigurations(), 1);
     EXPECT_EQ(session.bench.host.Gate().Count("HostFactory.CreateConfigurationManager"), 0);
-    EXPECT_TRUE(session.bench.state.calls.Flag());
+    EXPECT_TRUE(session.bench.state.common->calls.Flag());
     EXPECT_TRUE(session.Widget(L"fraDesign").Enabled());
     EXPECT_FALSE(session.Widget(L"fraDesign").Visible());
 }

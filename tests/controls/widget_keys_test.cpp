@@ -99,8 +99,8 @@ TEST_F(WidgetKeysTest, AListPagesByTenAndASpaceChecks) {
            {{.character = 2, .ctrl = true}, kNot, L""},
            {{.key = Key::Delete}, kNot, L""},
            {{.key = Key::Return}, kNot, L""}});
-    list.SetText(1, L"another");
-    list.SetText(99, L"nowhere");
+    rows[1].text = L"another";
+    list.SetRows(rows);
     Check({{{.character = L'a'}, kHandled, L"1"}});
 }
 

@@ -119,10 +119,10 @@ TEST_F(CacheTest, ConnectionAndSessionFailuresSetTheTransportErrorOnly) {
     };
     QueueFive();
     for (const auto& c : cases) {
-        bench.state.lastTransportError = 0;
+        bench.state.common->lastTransportError = 0;
         service->codes = c.answers;
         EXPECT_EQ(cache->Save(true, false), c.saved);
-        EXPECT_EQ(bench.state.lastTransportError, c.transport);
+        EXPECT_EQ(bench.state.common->lastTransportError, c.transport);
         EXPECT_EQ(cache->LastSAPError(), 0);
         EXPECT_FALSE(bench.host.Progress().shown);
     }

@@ -146,10 +146,10 @@ TEST_F(MonitorTest, FailedTransactionsDisconnectAndLeaveTheTransportError) {
         {{0, 0, 0, 312}, 312, L"disconnect"},
     };
     for (const auto& c : sets) {
-        bench.state.lastTransportError = 0;
+        bench.state.common->lastTransportError = 0;
         Answer(c.answers);
         EXPECT_FALSE(monitor.SetData(L"E", std::int16_t{1}));
-        EXPECT_EQ(bench.state.lastTransportError, c.transport);
+        EXPECT_EQ(bench.state.common->lastTransportError, c.transport);
         EXPECT_EQ(service->requests.back(), c.lastRequest);
     }
     for (const std::deque<int>& answers : {std::deque{1, 1, 1, 1, 1}, {0, 310}, {0, 0, 310}}) {

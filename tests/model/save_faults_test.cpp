@@ -156,7 +156,7 @@ void RunOne(Fault fault, std::size_t k, bool configurationSwitch, const std::vec
     CheckMessage(bench, expected);
     EXPECT_EQ(root.LastSave().written, expected.inConfiguration);
     EXPECT_EQ(root.LastSave().stoppedAt, expected.saved ? L"" : writes[k].entry);
-    EXPECT_EQ(bench.state.lastTransportError, 0);
+    EXPECT_EQ(bench.state.common->lastTransportError, 0);
     EXPECT_EQ(bench.host.ConfigurationInteractive(), configurationSwitch);
     // The table's switch is left alone while the configuration's did the work, and comes on after a whole save.
     EXPECT_EQ(bench.host.TableInteractive(), expected.saved || configurationSwitch);
@@ -198,7 +198,7 @@ TEST(SaveFaults, AFailedConnectionOrSessionIsACommunicationError) {
         EXPECT_FALSE(root.Save(true));
         ASSERT_EQ(bench.platform.boxes.shown.size(), 1U);
         EXPECT_EQ(bench.platform.boxes.shown[0].text, L"Communication error " + std::to_wstring(code));
-        EXPECT_EQ(bench.state.lastTransportError, code);
+        EXPECT_EQ(bench.state.common->lastTransportError, code);
         // The number outlives the save that set it: a later failure without a code of its own shows it again.
         bench.device->Faults() = {};
         bench.host.Gate().FailNamed("ParameterTable.SetInteractiveMode", 1, static_cast<std::int32_t>(0x8004040B), L"");

@@ -5,18 +5,14 @@
 #include "controls/tab_strip.h"
 #include "controls/text_box.h"
 #include "controls/toolbar.h"
+#include "tests/support/usage.h"
 
 namespace orv::tests {
 namespace {
 
 using namespace controls;
 
-struct HandlesTest : Windows {
-    struct Count {
-        DWORD drawing = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-        DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    };
-};
+struct HandlesTest : Windows {};
 
 TEST_F(HandlesTest, WindowsMadeAHundredTimesLeaveNothingBehind) {
     auto& bar = form.Root().Add<Toolbar>(L"tbr");
@@ -33,15 +29,20 @@ TEST_F(HandlesTest, WindowsMadeAHundredTimesLeaveNothingBehind) {
     for (int i = 0; i < 5; ++i) // what the system keeps for itself is made by now
         host->Remake();
     Drain();
-    const Count before;
+    const Usage before = Look();
     for (int i = 0; i < 100; ++i) {
         host->Remake();
         if (i % 10 == 0)
             Drain();
     }
-    const Count after;
-    EXPECT_LE(after.drawing, before.drawing + 5);
-    EXPECT_LE(after.windows, before.windows + 5);
+    Drain();
+    const Usage growth = Growth(before, Look());
+    EXPECT_GT(before.windows, 5) << "nothing is counted";
+    EXPECT_GT(before.drawing, 5) << "nothing is counted";
+    EXPECT_EQ(growth.windows, 0) << growth;
+    EXPECT_EQ(growth.menusAndIcons, 0) << growth;
+    EXPECT_EQ(growth.drawing, 0) << growth;
+    EXPECT_EQ(growth.handles, 0) << growth;
 }
 
 } // namespace

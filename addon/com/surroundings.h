@@ -1,7 +1,7 @@
 #pragma once
-// What a control stands on: services of the system, factory, state. One of each for the process, because the host is
-// told to make one control only. Where it makes two all the same each has its own: with one between them, the first to
-// go would close the other's boxes and waits and take its model along.
+// What a control stands on: services of the system, factory, state. A host is told to make one control only. Where it
+// makes two all the same each has its own: with one between them, the first to go would close the other's boxes and
+// waits and take its model along. They share `CommonState`, which lives as long as any control does.
 #include "addon/com/host_adapters.h"
 #include "addon/process_state.h"
 #include "platform/win32/system_services.h"
@@ -16,12 +16,12 @@ class ModalParty {
     virtual void EnableModeless(bool enable) = 0;
 };
 
-class Process {
+class Surroundings {
   public:
     /// `party` must outlive it.
-    explicit Process(ModalParty& party);
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
+    explicit Surroundings(ModalParty& party);
+    Surroundings(const Surroundings&) = delete;
+    Surroundings& operator=(const Surroundings&) = delete;
 
     ProcessState& State() { return state_; }
     platform::win32::SystemServices& Services() { return services_; }
