@@ -7,7 +7,7 @@ LOAD_CONFIG = 10  # its place among the data directories
 
 
 def address_of_record(nm, path):
-    for line in subprocess.run([nm, path], capture_output=True, text=True, check=True).stdout.splitlines():
+    for line in subprocess.run([nm, path], stdout=subprocess.PIPE, text=True, check=True).stdout.splitlines():
         words = line.split()
         # 32-bit names carry one more underscore.
         if len(words) == 3 and words[2] in ("_load_config_used", "__load_config_used"):
