@@ -45,6 +45,26 @@ play_task() {
     return "$status"
 }
 
+# For the tests, one "ok" or "not ok" line each: the guide builds without a fault, and its first task does what it says.
+check_guide() {
+    local faults
+    if faults=$(/usr/bin/python3 scripts/guide out/test/guide 2>&1 >/dev/null); then
+        echo "ok guide: built"
+    else
+        echo "not ok guide: $(tr '\n' ';' <<<"$faults")"
+    fi
+}
+
+check_first_task() {
+    local transcript=out/test/plays/first-task.txt
+    mkdir -p out/test/plays
+    if play_task out/test/plays/first-task >"$transcript" 2>&1; then
+        echo "ok guide: its first task"
+    else
+        echo "not ok guide: its first task: $(tail -n 3 "$transcript" | tr '\n' ';')"
+    fi
+}
+
 take_pictures() {
     make_prefix
     [[ -n ${DISPLAY:-} ]] || start_display
