@@ -5,8 +5,10 @@ GUIDE_SIZE=840x640
 GUIDE_TOP=42 GUIDE_BOTTOM=25 GUIDE_SIDE=4
 
 # Debian's own interpreter, whichever stands first in the path: the packages are made for it.
+make_guide() { /usr/bin/python3 -B scripts/guide "$1"; }
+
 build_guide() {
-    /usr/bin/python3 scripts/guide build/guide || return 1
+    make_guide build/guide || return 1
     local folder
     for folder in build/win64/bin build/win32/bin; do
         [[ -d $folder ]] && cp build/guide/*.chm "$folder/"
@@ -18,7 +20,7 @@ build_guide() {
 have_guide() {
     local newest=build/guide/OrvOutFormat_0409.chm
     [[ -f $newest && -f build/win64/bin/OrvOutFormat_0409.chm ]] &&
-        [[ -z $(find docs/guide scripts/guide text/texts.def model/catalogue.cpp CMakeLists.txt -newer "$newest" -print -quit) ]] &&
+        [[ -z $(find docs/guide scripts/guide text model/catalogue.cpp CMakeLists.txt -newer "$newest" -type f -print -quit) ]] &&
         return 0
     build_guide
 }
@@ -30,7 +32,8 @@ to_guide() {
     local picture size
     for picture in "$1"/*.png; do
         size=$(identify -format '%w %h' "$picture")
-        convert "$picture" -crop "$((${size% *} - 2 * GUIDE_SIDE))x$((${size#* } - GUIDE_TOP - GUIDE_BOTTOM))+$GUIDE_SIDE+$GUIDE_TOP" \
+        convert "$picture" +repage \
+            -crop "$((${size% *} - 2 * GUIDE_SIDE))x$((${size#* } - GUIDE_TOP - GUIDE_BOTTOM))+$GUIDE_SIDE+$GUIDE_TOP" \
             +repage +dither -colors 64 -strip -define png:compression-level=9 -define png:exclude-chunks=date,time \
             "PNG8:docs/guide/pictures/$(basename "$picture")"
     done
@@ -48,7 +51,7 @@ play_task() {
 # For the tests, one "ok" or "not ok" line each: the guide builds without a fault, and its first task does what it says.
 check_guide() {
     local faults
-    if faults=$(/usr/bin/python3 scripts/guide out/test/guide 2>&1 >/dev/null); then
+    if faults=$(make_guide out/test/guide 2>&1 >/dev/null); then
         echo "ok guide: built"
     else
         echo "not ok guide: $(tr '\n' ';' <<<"$faults")"

@@ -76,7 +76,8 @@ def help_faults(guide, file):
         inside = {name.lower() for name in listed(file)}
         out = unpacked(file, folder)
         for page in guide.pages:
-            wanted = [f"/{page.name}.html"] + [f"/pictures/{image.get('src').rsplit('/', 1)[1]}" for image in page.body.iter("img")]
+            wanted = [f"/{page.name}.html"]
+            wanted += [f"/pictures/{image.get('src').rsplit('/', 1)[1]}" for image in page.body.iter("img")]
             faults += [f"{file.name}: {name} is not inside" for name in wanted if name.lower() not in inside]
             faults += [f"{file.name}: {name} does not unpack" for name in wanted if name not in out]
         for name in ("guide.hhc", "guide.hhk"):

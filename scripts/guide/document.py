@@ -5,14 +5,13 @@ from xml.etree import ElementTree
 
 from PIL import Image as Picture
 from reportlab.lib import colors
-from reportlab.lib.enums import TA_LEFT
 from reportlab.lib.pagesizes import A4
 from reportlab.lib.styles import ParagraphStyle
 from reportlab.lib.units import mm
 from reportlab.pdfbase import pdfmetrics
 from reportlab.pdfbase.ttfonts import TTFont
-from reportlab.platypus import (BaseDocTemplate, Frame, Image, KeepTogether, ListFlowable, ListItem, NextPageTemplate, PageBreak,
-                                PageTemplate, Paragraph, Spacer, Table, TableStyle)
+from reportlab.platypus import (BaseDocTemplate, Frame, Image, KeepTogether, ListFlowable, ListItem, NextPageTemplate,
+                                PageBreak, PageTemplate, Paragraph, Spacer, Table, TableStyle)
 from reportlab.platypus.tableofcontents import TableOfContents
 
 FONTS = Path("/usr/share/fonts/truetype/liberation")
@@ -20,6 +19,7 @@ INK = colors.HexColor("#1a1a1a")
 ACCENT = colors.HexColor("#1f4e79")
 SHADE = colors.HexColor("#eef3f8")
 RULE = colors.HexColor("#b8c4d0")
+DIM = colors.HexColor("#555555")
 WIDTH = A4[0] - 44 * mm
 SCREEN_DPI = 145  # a window of the editor leaves room for the text that speaks of it
 
@@ -29,11 +29,11 @@ def register_fonts():
         names = {style: f"{family}-{style}" for style in ("Regular", "Bold", "Italic", "BoldItalic")}
         for style, name in names.items():
             pdfmetrics.registerFont(TTFont(name, str(FONTS / f"{stem}-{style}.ttf")))
-        pdfmetrics.registerFontFamily(names["Regular"], names["Regular"], names["Bold"], names["Italic"], names["BoldItalic"])
+        pdfmetrics.registerFontFamily(names["Regular"], *names.values())
 
 
 def style(name, **changes):
-    settings = {"fontName": "Text-Regular", "fontSize": 10, "leading": 14, "spaceAfter": 6, "textColor": INK, "alignment": TA_LEFT}
+    settings = {"fontName": "Text-Regular", "fontSize": 10, "leading": 14, "spaceAfter": 6, "textColor": INK}
     return ParagraphStyle(name, **{**settings, **changes})
 
 
@@ -53,7 +53,7 @@ def make_styles():
         "head": style("head", fontName="Text-Bold", fontSize=9, leading=12, spaceAfter=0),
         "note": style("note", spaceAfter=0),
         "pre": style("pre", fontName="Mono-Regular", fontSize=8.5, leading=11.5, leftIndent=4 * mm),
-        "caption": style("caption", fontName="Text-Italic", fontSize=8.5, leading=11, spaceAfter=10, textColor=colors.HexColor("#555555")),
+        "caption": style("caption", fontName="Text-Italic", fontSize=8.5, leading=11, spaceAfter=10, textColor=DIM),
         "toc0": style("toc0", fontName="Text-Bold", fontSize=10.5, leading=16, spaceAfter=0, spaceBefore=3),
         "toc1": style("toc1", leftIndent=7 * mm, fontSize=9.5, leading=13, spaceAfter=0),
     }
@@ -93,7 +93,7 @@ class Guide(BaseDocTemplate):
     def dress(self, canvas, _):
         canvas.saveState()
         canvas.setFont("Text-Regular", 8.5)
-        canvas.setFillColor(colors.HexColor("#555555"))
+        canvas.setFillColor(DIM)
         canvas.drawString(22 * mm, A4[1] - 15 * mm, f"{self.name} {self.version}")
         canvas.drawRightString(A4[0] - 22 * mm, A4[1] - 15 * mm, self.chapter)
         canvas.drawRightString(A4[0] - 22 * mm, 11 * mm, str(canvas.getPageNumber()))
@@ -172,14 +172,17 @@ class Builder:
         with Picture.open(file) as image:
             width, height = image.size
         scale = min(72 / SCREEN_DPI, WIDTH / width)
-        shown = Table([[Image(str(file), width * scale, height * scale)]], style=[("BOX", (0, 0), (-1, -1), 0.5, RULE),
-                      *[(side, (0, 0), (-1, -1), 0) for side in ("LEFTPADDING", "RIGHTPADDING", "TOPPADDING", "BOTTOMPADDING")]], hAlign="LEFT")
+        sides = ("LEFTPADDING", "RIGHTPADDING", "TOPPADDING", "BOTTOMPADDING")
+        framed = [("BOX", (0, 0), (-1, -1), 0.5, RULE), *[(side, (0, 0), (-1, -1), 0) for side in sides]]
+        shown = Table([[Image(str(file), width * scale, height * scale)]], style=framed, hAlign="LEFT")
         return KeepTogether([shown, Spacer(0, 3), Paragraph(html.escape(element.get("alt")), self.styles["caption"])])
 
     def list(self, element):
         items = [ListItem(self.item(entry), leftIndent=6 * mm) for entry in element]
-        shape = {"bulletType": "1", "bulletFormat": "%s."} if element.tag == "ol" else {"bulletType": "bullet", "start": "•"}
-        return [ListFlowable(items, bulletFontName="Text-Regular", bulletFontSize=10, leftIndent=6 * mm, **shape), Spacer(0, 4)]
+        numbered = element.tag == "ol"
+        shape = {"bulletType": "1", "bulletFormat": "%s."} if numbered else {"bulletType": "bullet", "start": "•"}
+        shape |= {"bulletFontName": "Text-Regular", "bulletFontSize": 10, "leftIndent": 6 * mm}
+        return [ListFlowable(items, **shape), Spacer(0, 4)]
 
     def item(self, entry):
         blocks = [child for child in entry if child.tag in ("p", "ul", "ol", "pre", "blockquote", "table")]
@@ -216,7 +219,8 @@ class Builder:
 
     def note(self, element):
         inside = [[Paragraph(self.inline(child), self.styles["note"])] for child in element]
-        look = [("BACKGROUND", (0, 0), (-1, -1), SHADE), ("LINEBEFORE", (0, 0), (0, -1), 2, ACCENT), ("LEFTPADDING", (0, 0), (-1, -1), 8)]
+        look = [("BACKGROUND", (0, 0), (-1, -1), SHADE), ("LINEBEFORE", (0, 0), (0, -1), 2, ACCENT),
+                ("LEFTPADDING", (0, 0), (-1, -1), 8)]
         return [Table(inside, colWidths=[WIDTH], style=look), Spacer(0, 8)]
 
     def definitions(self, element):
@@ -238,7 +242,8 @@ def build_document(guide, words, root, file):
     builder = Builder(styles, root / "docs/guide/pictures")
     story = [NextPageTemplate("text"), Spacer(0, 60 * mm), Paragraph(guide.title, styles["title"]),
              Spacer(0, 4 * mm), Paragraph(words["subtitle"], styles["subtitle"]),
-             Paragraph(f"{words['version']} {guide.version}", styles["subtitle"]), PageBreak(), *contents(styles, words["contents"])]
+             Paragraph(f"{words['version']} {guide.version}", styles["subtitle"]), PageBreak(),
+             *contents(styles, words["contents"])]
     for page in guide.pages:
         story += [PageBreak(), *builder.chapter(page)]
     Guide(file, guide.title, guide.version).multiBuild(story)

@@ -108,7 +108,7 @@ class Marks:
         return "\n".join([self.words["items"], "|---|---|---|", *rows])
 
     def item(self, text, lengths, device, scale):
-        allowed = [length.strip()[2:-1] for length in lengths.split(', L"')[0:1] + [f'L"{part}' for part in lengths.split(', L"')[1:]]]
+        allowed = re.findall(r'L"([^"]*)"', lengths)
         formats = [f"{name} {self.length(rule)}" for name, rule in zip(NUMBER_FORMATS, allowed) if rule]
         also = [self.words[key] for key, value in (("device", device), ("scale", scale)) if value == "Yes"]
         return f"| {self.text(text)} | {'; '.join(formats) or '–'} | {', '.join(also) or '–'} |"
