@@ -18,6 +18,10 @@ WindowSpec SpecOf(const MBEdit& edit) {
     return {MSFTEDIT_CLASS, sort | ES_NOOLEDRAGDROP | WS_TABSTOP, border};
 }
 
+CHARRANGE SelectionOf(const MBEdit& edit) {
+    return {static_cast<LONG>(edit.SelStart()), static_cast<LONG>(edit.SelStart() + edit.SelLength())};
+}
+
 POINT PointOf(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
 }
@@ -86,13 +90,17 @@ void MBEditPeer::ShowColours() {
 }
 
 void MBEditPeer::ShowContent() {
-    view_.ShowText(edit_.Core().Text(), edit_.Core().Cells());
-    ShowSelection();
+    view_.ShowText(edit_.Core().Text(), edit_.Core().Cells(), SelectionOf(edit_));
+    ScrollToCaret();
     NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, Window(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void MBEditPeer::ShowSelection() {
-    view_.ShowSelection(edit_.SelStart(), edit_.SelLength());
+    view_.ShowSelection(SelectionOf(edit_));
+    ScrollToCaret();
+}
+
+void MBEditPeer::ScrollToCaret() {
     if (GetFocus() == Window())
         Send(EM_SCROLLCARET);
 }

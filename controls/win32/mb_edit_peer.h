@@ -31,6 +31,7 @@ class MBEditPeer final : public WindowPeer {
     void ShowColours();
     void ShowContent();
     void ShowSelection();
+    void ScrollToCaret();
     bool EditMessage(UINT message, LPARAM lparam);
     LRESULT LetIn(UINT message, WPARAM wparam, LPARAM lparam);
     void Reconcile();

@@ -28,6 +28,10 @@ DWORD CALLBACK Read(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* given) {
     return 0;
 }
 
+CHARRANGE RangeOf(std::size_t from, std::size_t to) {
+    return {static_cast<LONG>(from), static_cast<LONG>(to)};
+}
+
 CHARFORMAT2W FormatOf(HWND window) {
     CHARFORMAT2W format{};
     format.cbSize = sizeof format;
@@ -76,7 +80,7 @@ void RichView::Use(HWND window, bool several) {
     SetWindowTextW(window_, L"");
 }
 
-void RichView::ShowText(const std::wstring& text, std::span<const ShadowCell> cells) {
+void RichView::ShowText(const std::wstring& text, std::span<const ShadowCell> cells, CHARRANGE selection) {
     std::wstring shown = text;
     if (!several_)
         std::replace(shown.begin(), shown.end(), TokenText::kLineBreak, kBreakMark);
@@ -93,7 +97,7 @@ void RichView::ShowText(const std::wstring& text, std::span<const ShadowCell> ce
     const std::size_t oldEnd = text_.size() - tail;
     const std::size_t newEnd = shown.size() - tail;
     if (known_ && head == oldEnd && head == newEnd)
-        return;
+        return ShowSelection(selection);
     text_ = std::move(shown);
     cells_.assign(cells.begin(), cells.end());
     const Quiet quiet(*this);
@@ -101,14 +105,20 @@ void RichView::ShowText(const std::wstring& text, std::span<const ShadowCell> ce
         Patch(head, oldEnd, newEnd);
     else
         Fill();
+    Select(selection);
     known_ = true;
 }
 
 void RichView::Patch(std::size_t from, std::size_t oldEnd, std::size_t newEnd) {
-    CHARRANGE range{static_cast<LONG>(from), static_cast<LONG>(oldEnd)};
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
-    Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text_.substr(from, newEnd - from).c_str()));
-    Colour(from, newEnd);
+    Select(RangeOf(from, oldEnd));
+    if (from == newEnd)
+        Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L""));
+    // What goes in takes the colour of what it replaces, or of the caret behind the run before.
+    for (std::size_t start = from, end = from; start < newEnd; start = end) {
+        end = EndOfRun(start, newEnd);
+        ColourSelection(IsToken(start));
+        Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text_.substr(start, end - start).c_str()));
+    }
 }
 
 void RichView::Fill() {
@@ -159,27 +169,25 @@ void RichView::Recolour() {
         Fill();
     else
         Colour(0, text_.size());
-    CHARRANGE restored = kept;
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&restored));
+    Select(kept);
 }
 
 void RichView::Colour(std::size_t from, std::size_t to) {
-    const CHARRANGE kept = Selection();
-    for (std::size_t start = from; start < to;) {
-        const bool token = cells_[start].tokenLength > 1;
-        std::size_t end = start + 1;
-        while (end < to && (cells_[end].tokenLength > 1) == token)
-            ++end;
-        ColourRun(start, end, token);
-        start = end;
+    for (std::size_t start = from, end = from; start < to; start = end) {
+        end = EndOfRun(start, to);
+        Select(RangeOf(start, end));
+        ColourSelection(IsToken(start));
     }
-    CHARRANGE restored = kept;
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&restored));
 }
 
-void RichView::ColourRun(std::size_t from, std::size_t to, bool token) {
-    CHARRANGE range{static_cast<LONG>(from), static_cast<LONG>(to)};
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+std::size_t RichView::EndOfRun(std::size_t start, std::size_t end) const {
+    std::size_t at = start + 1;
+    while (at < end && IsToken(at) == IsToken(start))
+        ++at;
+    return at;
+}
+
+void RichView::ColourSelection(bool token) {
     CHARFORMAT2W format{};
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;
@@ -187,13 +195,12 @@ void RichView::ColourRun(std::size_t from, std::size_t to, bool token) {
     Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }
 
-void RichView::ShowSelection(std::size_t start, std::size_t length) {
-    CHARRANGE range{static_cast<LONG>(start), static_cast<LONG>(start + length)};
+void RichView::ShowSelection(CHARRANGE selection) {
     const CHARRANGE present = Selection();
-    if (present.cpMin == range.cpMin && present.cpMax == range.cpMax)
+    if (present.cpMin == selection.cpMin && present.cpMax == selection.cpMax)
         return;
     const Quiet quiet(*this);
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    Select(selection);
 }
 
 CHARRANGE RichView::Selection() const {

@@ -23,12 +23,12 @@ class RichView {
   public:
     /// Another window, empty and with its font; `several` lines or one, which shows line breaks as a mark.
     void Use(HWND window, bool several);
-    /// Patches the window's text where it differs, tokens in their colour.
-    void ShowText(const std::wstring& text, std::span<const ShadowCell> cells);
+    /// Patches the window's text where it differs, tokens in their colour, and selects.
+    void ShowText(const std::wstring& text, std::span<const ShadowCell> cells, CHARRANGE selection);
     void ShowColours(const ViewColours& colours);
     const ViewColours& Colours() const { return colours_; }
     void ShowFont(HFONT font);
-    void ShowSelection(std::size_t start, std::size_t length);
+    void ShowSelection(CHARRANGE selection);
     /// Border between characters that is nearest to a point of the client area.
     std::size_t PositionAt(POINT point) const;
     /// What the window itself has selected at present.
@@ -49,7 +49,11 @@ class RichView {
     bool Stream();
     void Recolour();
     void Colour(std::size_t from, std::size_t to);
-    void ColourRun(std::size_t from, std::size_t to, bool token);
+    void ColourSelection(bool token);
+    void Select(CHARRANGE range) { Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range)); }
+    /// End of the run of tokens, or of printable characters, that begins at `start`.
+    std::size_t EndOfRun(std::size_t start, std::size_t end) const;
+    bool IsToken(std::size_t at) const { return cells_[at].tokenLength > 1; }
     std::size_t Length() const;
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
         return SendMessageW(window_, message, wparam, lparam);
