@@ -51,8 +51,7 @@ class Program {
     explicit Program(const Streams& streams)
         : streams_(streams), app_("Output formats in description files", "outfmt") {
         using namespace orv::text;
-        app_.set_version_flag("--version", "outfmt " + std::to_string(kVersionMajor) + "." +
-                                               std::to_string(kVersionMinor) + "." + std::to_string(kVersionRevision));
+        app_.set_version_flag("--version", std::string("outfmt ") + kVersion);
         app_.set_help_flag("-h,--help", "Print this and exit");
         app_.require_subcommand(1);
         app_.allow_windows_style_options(false);

@@ -15,7 +15,9 @@ if(ORV_SANITIZE)
 endif()
 if(WIN32)
   # Debug information of an older version: the debugger under Wine shows lines with it and offsets only without.
-  target_compile_options(orv_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-gdwarf-4;-fstack-protector-strong>)
+  # Its paths begin at the project's folder: what ships is the same wherever it was built. A test never ships.
+  target_compile_options(orv_options INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-gdwarf-4;-fstack-protector-strong;$<$<NOT:$<BOOL:$<TARGET_PROPERTY:ORV_TEST>>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>>)
   target_compile_definitions(orv_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00 _GLIBCXX_ASSERTIONS)
   target_link_options(orv_options INTERFACE -static -fstack-protector-strong -Wl,--no-insert-timestamp,--enable-stdcall-fixup,--dynamicbase,--nxcompat)
@@ -41,7 +43,7 @@ function(orv_test name)
     # What is tested is compiled as it ships; optimising the tests themselves takes almost half of their time to build.
     target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0;-g1>)
   endif()
-  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
+  set_target_properties(${name} PROPERTIES ORV_TEST ON RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
 endfunction()
 
 # Header-only libraries of the build machine, offered to the cross compilers without the rest of its headers.
@@ -58,13 +60,29 @@ function(orv_header_library target)
   target_include_directories(${target} SYSTEM INTERFACE ${dir})
 endfunction()
 
-# orv_ship(target): debug information goes into a file beside the program, which finds it there; what ships stays small.
-# Its imports are bound to the system's folder.
+# orv_version_record(target description manifest): what the system shows of a program, and how it runs it.
+function(orv_version_record target ORV_DESCRIPTION ORV_MANIFEST)
+  set(ORV_PROGRAM ${target})
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/program.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}.rc PROPERTIES OBJECT_DEPENDS ${ORV_MANIFEST})
+endfunction()
+
+# orv_ship(target [DESCRIPTION text] [MANIFEST file]): debug information goes into a file beside the program, which finds it
+# there; what ships stays small. Its imports are bound to the system's folder. The map says what was linked in.
 function(orv_ship target)
+  cmake_parse_arguments(ARG "" "DESCRIPTION;MANIFEST" "" ${ARGN})
   if(NOT WIN32)
     return()
   endif()
   find_program(PYTHON3_EXECUTABLE python3 REQUIRED)
+  if(ARG_DESCRIPTION)
+    if(NOT ARG_MANIFEST)
+      set(ARG_MANIFEST ${PROJECT_SOURCE_DIR}/cmake/program.manifest)
+    endif()
+    orv_version_record(${target} "${ARG_DESCRIPTION}" ${ARG_MANIFEST})
+  endif()
+  target_link_options(${target} PRIVATE -Wl,-Map=$<TARGET_FILE:${target}>.map)
   target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/platform/win32/load_config.cpp)
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/enter_load_config.py)
   add_custom_command(TARGET ${target} POST_BUILD

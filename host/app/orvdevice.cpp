@@ -11,6 +11,7 @@
 #include "host/app/library_search.h"
 #include "host/sim/ask_device.h"
 #include "host/sim/device_server.h"
+#include "text/version.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ int Complain(const std::string& line) {
 }
 
 void Declare(CLI::App& app, Options& options) {
+    app.set_version_flag("--version", std::string("orvdevice ") + orv::text::kVersion);
     app.add_option("file", options.file, "Device description file");
     app.add_option("--cluster", options.cluster, "Cluster of the device");
     app.add_option("--device", options.device, "Index of the device in its cluster, 0 is the master");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "text/version.h"
+
 namespace orv::host {
 namespace {
 
@@ -33,6 +35,7 @@ TEST(Options, RefuseWithStatusTwoAndAReason) {
         EXPECT_FALSE(options.message.empty()) << arguments[0];
     }
     EXPECT_EQ(ParseOptions({"--help"}).status, 0);
+    EXPECT_EQ(ParseOptions({"--version"}).message, std::string("orvhost ") + text::kVersion + "\n");
 }
 
 TEST(Options, CallFaultsCountFromTheFirstCall) {

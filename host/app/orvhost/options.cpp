@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "host/sim/utf8.h"
+#include "text/version.h"
 
 namespace orv::host {
 namespace {
@@ -76,6 +77,7 @@ void Declare(CLI::App& app, Options& options) {
         return app.add_option_function<std::string>(
             name, [&target](const std::string& text) { target = PathOf(text); }, help);
     };
+    app.set_version_flag("--version", std::string("orvhost ") + text::kVersion);
     path("FILE", options.file, "Device description to open");
     AddParsed(
         app, "--device-at", "HOST:PORT", "Where the device listens; without it, it is simulated in this process",
