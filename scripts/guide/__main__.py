@@ -15,7 +15,7 @@ def read_all():
     """The guides of all languages; what is wrong with their source comes back beside them."""
     guides = [read_guide(ROOT, language) for language in LANGUAGES]
     faults = [fault for guide in guides for fault in check.source_faults(guide, ROOT)]
-    return guides, faults + check.missing_texts(guides[0], ROOT)
+    return guides, faults + check.missing_texts(guides[0], ROOT) + check.unused_pictures(guides, ROOT)
 
 
 def build(guides, out):

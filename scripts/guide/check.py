@@ -58,6 +58,12 @@ def missing_texts(guide, root):
     return faults + [f"unquoted.txt: there is no text {name}" for name in sorted(excused - texts)]
 
 
+def unused_pictures(guides, root):
+    used = {image.get("src").rsplit("/", 1)[1] for guide in guides for page in guide.pages for image in page.body.iter("img")}
+    there = {file.name for file in (root / "docs/guide/pictures").glob("*.png")}
+    return [f"no page shows pictures/{name}" for name in sorted(there - used)]
+
+
 def listed(file):
     run = subprocess.run(["chmls", "list", str(file)], capture_output=True, text=True, check=True)
     return {match[1] for match in re.finditer(r"(/\S+)$", run.stdout, re.M)}
