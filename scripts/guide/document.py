@@ -21,7 +21,7 @@ SHADE = colors.HexColor("#eef3f8")
 RULE = colors.HexColor("#b8c4d0")
 DIM = colors.HexColor("#555555")
 WIDTH = A4[0] - 44 * mm
-SCREEN_DPI = 145  # a window of the editor leaves room for the text that speaks of it
+SCREEN_DPI = 172  # a window of the editor leaves room for the text that speaks of it
 
 
 def register_fonts():
