@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/model/fixture.h"
+#include "tests/model/wire.h"
 
 namespace orv::model {
 namespace {
@@ -171,12 +172,13 @@ TEST_F(CodesTest, SlotsAreFoundByPositionAndKeyAndAnUnknownOneIsNull) {
 }
 
 TEST_F(CodesTest, ASlotWhoseReadFailsKeepsWhatItHadAndTheNextGoesOn) {
-    constexpr std::int64_t kReadsBefore = 2 + 19 + 6; // the root's and those of all codes
-    constexpr std::int64_t kSlotReads = 31;
+    const auto slotReads = static_cast<std::int64_t>(wire::kCodeSlot.size());
+    // The root's and those of all codes.
+    const auto readsBefore = 2 + 19 + static_cast<std::int64_t>(wire::kCodes.size());
     Set(3, std::int16_t{33}, 1);
     Set(70, std::int16_t{77}, 1);
     // The fifth read of the second slot.
-    bench.host.Gate().FailNamed("ParameterTable.GetValue", kReadsBefore + kSlotReads + 5, -7, L"gone");
+    bench.host.Gate().FailNamed("ParameterTable.GetValue", readsBefore + slotReads + 5, -7, L"gone");
     const Codes& codes = LoadedCodes();
     EXPECT_FALSE(bench.host.Gate().FailurePending());
     EXPECT_EQ(codes.Code(2)->MinLength(), 33);
@@ -187,7 +189,7 @@ TEST_F(CodesTest, ASlotWhoseReadFailsKeepsWhatItHadAndTheNextGoesOn) {
     EXPECT_TRUE(codes.Code(3)->MaxicodeEnable(2));
     EXPECT_EQ(codes.Count(), 10);
     // A failed string read is an empty string and no reason to stop: 18 is the ninth.
-    bench.host.Gate().FailNamed("ParameterTable.GetValue", kReadsBefore + kSlotReads + 9, -7, L"gone");
+    bench.host.Gate().FailNamed("ParameterTable.GetValue", readsBefore + slotReads + 9, -7, L"gone");
     root.Reload();
     EXPECT_EQ(codes.Code(2)->NoReadString(), L"");
     EXPECT_TRUE(codes.Code(2)->MaxicodeEnable(2));

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <random>
 
+#include "model/catalogue.h"
 #include "tests/model/fixture.h"
 
 namespace orv::model {
@@ -205,67 +207,6 @@ TEST(OutItems, StayInStepWithAPlainListUnderRandomChanges) {
 }
 
 TEST(OutItem, ItsKeyComesFromTheTypeOfItsCategory) {
-    static const std::vector<const wchar_t*> codeRelated = {L"Code",
-                                                            L"Length",
-                                                            L"ReadingsMask",
-                                                            L"CodeTotalReadings",
-                                                            L"CodePartialReadings",
-                                                            L"XPos",
-                                                            L"YPos",
-                                                            L"ZPos",
-                                                            L"CodeID",
-                                                            L"CodeDir",
-                                                            L"CodeDist",
-                                                            L"DecodeMode",
-                                                            L"DecodeTime",
-                                                            L"DecodeScans",
-                                                            L"AvgCodePos",
-                                                            L"MinCodePos",
-                                                            L"MaxCodePos",
-                                                            L"InkSpread",
-                                                            L"Decodability",
-                                                            L"EncoderValue",
-                                                            L"ReadingArm",
-                                                            L"StartSync",
-                                                            L"StopSync",
-                                                            L"LaserNumber",
-                                                            L"ReadingPersistence",
-                                                            L"FocusPosition",
-                                                            L"OscillatingAngle",
-                                                            L"CodeRejectReason",
-                                                            L"QuietZoneDim",
-                                                            L"",
-                                                            L"QualityIndex"};
-    static const std::vector<const wchar_t*> global = {L"TotalReadingsMask",
-                                                       L"FailureMask",
-                                                       L"ScannerStatus",
-                                                       L"GlobTotalReadings",
-                                                       L"GlobPartialReadings",
-                                                       L"PackIdentifier",
-                                                       L"Hours",
-                                                       L"Minutes",
-                                                       L"Seconds",
-                                                       L"Day",
-                                                       L"Month",
-                                                       L"Year",
-                                                       L"Checksum",
-                                                       L"OtherInfo",
-                                                       L"MinCodeDist",
-                                                       L"MaxCodeDist",
-                                                       L"ReadingMode",
-                                                       L"RejectedCodesCount",
-                                                       L"PackDimension",
-                                                       L"StartCounter",
-                                                       L"StopCounter",
-                                                       L"ExitCounter",
-                                                       L"TotalReadingPhases",
-                                                       L"TotalWorkingHours",
-                                                       L"TotalGoodReads",
-                                                       L"TotalNoReads",
-                                                       L"TotalMultiReads",
-                                                       L"TotalPartialReads",
-                                                       L"Diagnostics",
-                                                       L"DiagnosticStats"};
     const auto keyOf = [](std::int32_t category, std::int32_t codeRelType, std::int32_t globalType) {
         OutItem item;
         item.ItemCategory(category);
@@ -273,17 +214,17 @@ TEST(OutItem, ItsKeyComesFromTheTypeOfItsCategory) {
         item.GlobalType(globalType);
         return item.GetItemTypeKey();
     };
+    std::map<std::pair<std::int32_t, std::int32_t>, std::wstring> keys;
+    for (const CatalogueEntry& entry : Catalogue())
+        keys[{entry.category, entry.type}] = entry.key;
     for (std::int32_t type = -2; type < 300; ++type) {
-        const auto expected = [type](const std::vector<const wchar_t*>& keys) {
-            return type >= 0 && type < static_cast<std::int32_t>(keys.size()) ? keys[static_cast<std::size_t>(type)]
-                                                                              : L"";
-        };
-        EXPECT_EQ(keyOf(0, type, 3), expected(codeRelated)) << type;
-        EXPECT_EQ(keyOf(1, 3, type), expected(global)) << type;
+        EXPECT_EQ(keyOf(0, type, 3), (keys[{0, type}])) << type;
+        EXPECT_EQ(keyOf(1, 3, type), (keys[{1, type}])) << type;
         EXPECT_EQ(keyOf(2, type, type), L"MiscString") << type;
         EXPECT_EQ(keyOf(3, type, type), L"") << type;
         EXPECT_EQ(keyOf(-1, type, type), L"") << type;
     }
+    EXPECT_EQ(keyOf(0, 29, 29), L"") << "it has a picture, and no entry";
 }
 
 } // namespace
