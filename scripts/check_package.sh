@@ -175,7 +175,7 @@ check_failure() {
     local tool WINEDLLOVERRIDES="$WINEDLLOVERRIDES;regsvr32.exe=n"
     tool=$(inside windows/system32/regsvr32.exe)
     cp -P "$tool" "$CHECKED/regsvr32.exe"
-    cp --remove-destination build/win64/bin/outfmt.exe "$tool"
+    cp --remove-destination build/win64/bin/orvhost.exe "$tool"
     holds "failed registration: it ends with 4" install_package 4
     cp -P --remove-destination "$CHECKED/regsvr32.exe" "$tool"
     take_snapshot failure
@@ -227,7 +227,7 @@ check_package() {
         python3 scripts/package_files.py "$PACKAGE" "$VERSION" || echo "not ok packages: ended early"
         check_installed
     } 2>&1 | tee "$CHECKED/package.log"
-    stop_wine
+    wineserver -k 2>/dev/null || true
     rm -rf "$WINEPREFIX"
     ! grep -q '^not ok ' "$CHECKED/package.log" && grep -q '^ok side by side: the other' "$CHECKED/package.log"
 }

@@ -1,4 +1,5 @@
-# Sourced by ./dev: what is given to others, under out/package/. The same commit gives the same bytes.
+# Sourced by ./dev: what is given to others, under out/package/. The same commit gives the same bytes, but for the compiled
+# help, into which its compiler writes the time.
 
 PACKAGE=out/package
 PRODUCT_TARGETS=(OrvOutFormat orvhost orvdevice outfmt)
