@@ -53,6 +53,13 @@ run_windows() {
     source scripts/gallery.sh
     check_gallery >out/test/scripts/gallery.log 2>&1 || echo "not ok gallery: ended early" >>out/test/scripts/gallery.log
     cat out/test/scripts/gallery.log
+    source scripts/guide.sh
+    source scripts/package.sh
+    source scripts/check_package.sh
+    # In a shell of its own: it works in another Wine prefix.
+    (build_guide && package && check_package) >out/test/scripts/package.log 2>&1 ||
+        echo "not ok package: ended early" >>out/test/scripts/package.log
+    cat out/test/scripts/package.log
 }
 
 run_tests() {
