@@ -10,7 +10,10 @@ namespace {
 
 class LocalClipboard : public Clipboard {
   public:
-    void Put(const ClipboardContent& content) override { content_ = content; }
+    bool Put(const ClipboardContent& content) override {
+        content_ = ClipboardContent(content);
+        return true;
+    }
     ClipboardContent Get() override { return content_; }
 
   private:

@@ -21,7 +21,8 @@ struct ClipboardContent {
 class Clipboard {
   public:
     virtual ~Clipboard() = default;
-    virtual void Put(const ClipboardContent& content) = 0;
+    /// False when it takes nothing at present; what it held may be gone then.
+    virtual bool Put(const ClipboardContent& content) = 0;
     /// Empty text and no bytes when there is nothing of use.
     virtual ClipboardContent Get() = 0;
 };

@@ -178,23 +178,31 @@ void MBEdit::PointAtToken(std::size_t position) {
 }
 
 void MBEdit::Copy() {
-    Guard([&] {
-        Form* form = OwningForm();
-        if (!form || core_.SelLength() == 0)
-            return;
-        std::wstring text;
-        for (wchar_t character : core_.SelectedText()) {
-            text += character;
-            if (character == TokenText::kLineBreak)
-                text += L'\n'; // other programs want both
-        }
-        form->TheClipboard().Put({text, core_.SelectedData()});
-    });
+    Guard([&] { PutSelection(); });
 }
 
 void MBEdit::Cut() {
-    Copy();
-    Guard([&] { core_.DeleteSelection(); });
+    // In one: what could not be copied stays.
+    Guard([&] {
+        if (PutSelection())
+            core_.DeleteSelection();
+    });
+}
+
+bool MBEdit::PutSelection() {
+    Form* form = OwningForm();
+    if (!form || core_.SelLength() == 0)
+        return false;
+    std::wstring text;
+    for (wchar_t character : core_.SelectedText()) {
+        text += character;
+        if (character == TokenText::kLineBreak)
+            text += L'\n'; // other programs want both
+    }
+    const bool taken = form->TheClipboard().Put({text, core_.SelectedData()});
+    if (!taken)
+        form->Boxes().Beep();
+    return taken;
 }
 
 void MBEdit::Paste() {

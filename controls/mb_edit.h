@@ -116,6 +116,7 @@ class MBEdit : public Widget {
   private:
     /// Runs a gesture; a failure is shown under the box's own name.
     void Guard(const std::function<void()>& action);
+    bool PutSelection();
     void Connect();
     KeyOutcome Dispatch(const KeyEvent& key);
     bool Command(const KeyEvent& key);

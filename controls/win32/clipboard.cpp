@@ -36,15 +36,26 @@ class Open {
     bool open_ = false;
 };
 
-void PutMemory(UINT format, const void* data, std::size_t size) {
+bool PutMemory(UINT format, const void* data, std::size_t size) {
     OwnedGlobal memory(GlobalAlloc(GMEM_MOVEABLE, size));
     void* target = memory ? GlobalLock(memory.Get()) : nullptr;
     if (target == nullptr)
-        return;
+        return false;
     std::memcpy(target, data, size);
     GlobalUnlock(memory.Get());
-    if (SetClipboardData(format, memory.Get()) != nullptr)
-        memory.Release(); // it is the system's from here on
+    if (SetClipboardData(format, memory.Get()) == nullptr)
+        return false;
+    memory.Release(); // it is the system's from here on
+    return true;
+}
+
+/// A block of the clipboard may be longer than asked for: the count goes in front.
+Bytes BlockOf(const Bytes& bytes) {
+    const auto count = static_cast<std::uint32_t>(bytes.size());
+    Bytes block(sizeof count + bytes.size());
+    std::memcpy(block.data(), &count, sizeof count);
+    std::copy(bytes.begin(), bytes.end(), block.begin() + sizeof count);
+    return block;
 }
 
 template <typename Use>
@@ -62,20 +73,13 @@ void GetMemory(UINT format, Use&& use) {
 SystemClipboard::SystemClipboard(std::function<HWND()> owner)
     : owner_(std::move(owner)), bytesFormat_(RegisterClipboardFormatW(L"OrvOutFormat.Bytes")) {}
 
-void SystemClipboard::Put(const ClipboardContent& content) {
+bool SystemClipboard::Put(const ClipboardContent& content) {
+    const Bytes block = content.bytes ? BlockOf(*content.bytes) : Bytes();
     const Open open(owner_());
-    if (!open)
-        return;
-    EmptyClipboard();
-    PutMemory(CF_UNICODETEXT, content.text.c_str(), (content.text.size() + 1) * sizeof(wchar_t));
-    if (!content.bytes)
-        return;
-    // A block may be longer than asked for: the count goes in front.
-    const auto count = static_cast<std::uint32_t>(content.bytes->size());
-    Bytes block(sizeof count + content.bytes->size());
-    std::memcpy(block.data(), &count, sizeof count);
-    std::copy(content.bytes->begin(), content.bytes->end(), block.begin() + sizeof count);
-    PutMemory(bytesFormat_, block.data(), block.size());
+    if (!open || !EmptyClipboard())
+        return false;
+    return PutMemory(CF_UNICODETEXT, content.text.c_str(), (content.text.size() + 1) * sizeof(wchar_t)) &&
+           (!content.bytes || PutMemory(bytesFormat_, block.data(), block.size()));
 }
 
 ClipboardContent SystemClipboard::Get() {

@@ -12,7 +12,7 @@ namespace orv::controls::win32 {
 class SystemClipboard final : public Clipboard {
   public:
     explicit SystemClipboard(std::function<HWND()> owner);
-    void Put(const ClipboardContent& content) override;
+    bool Put(const ClipboardContent& content) override;
     ClipboardContent Get() override;
 
   private:

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "controls/mb_edit_core.h"
 #include "tests/addon/roomy_host.h"
 #include "tests/addon/short_memory.h"
 #include "tests/addon/whole_life.h"
@@ -187,7 +188,8 @@ constexpr std::size_t kLongestStep = 64;
 class MemoryFaults : public testing::TestWithParam<Shortage> {};
 
 TEST_P(MemoryFaults, EachAllocationOfALifeInTurn) {
-    Undisturbed(); // fills what is kept for the process
+    controls::MBEditCore::Parse(L"<"); // its names are kept for the process, as is what a first life fills
+    Undisturbed();
     const Reference reference = Undisturbed();
     EXPECT_EQ(reference.leftOut, "");
     const std::vector<std::int64_t> picked = Picked(reference, 1, 60);

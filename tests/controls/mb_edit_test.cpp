@@ -85,6 +85,31 @@ TEST_F(MBEditTest, ClipboardCarriesBytesAndReadsNames) {
     EXPECT_EQ(box.Data().size(), 5u);
 }
 
+TEST_F(MBEditTest, WhatTheClipboardDoesNotTakeIsNotCutOut) {
+    struct Unwilling : Clipboard {
+        bool fails = false;
+        bool Put(const ClipboardContent&) override {
+            if (fails)
+                throw Error(error_number::kOutOfMemory);
+            return false;
+        }
+        ClipboardContent Get() override { return {}; }
+    } clipboard;
+    form.SetClipboard(&clipboard);
+    box.SetData({'A', 13});
+    for (const bool fails : {false, true}) {
+        clipboard.fails = fails;
+        Ctrl(Key::A);
+        Ctrl(Key::X);
+        EXPECT_EQ(box.Data(), (Bytes{'A', 13}));
+        EXPECT_EQ(box.SelLength(), 5u);
+    }
+    EXPECT_EQ(platform.boxes.beeps, 1);
+    ASSERT_EQ(platform.boxes.shown.size(), 1u);
+    EXPECT_EQ(platform.boxes.shown[0].text, L"MBEdit.KeyHandler\n7: Out of memory");
+    form.SetClipboard(nullptr);
+}
+
 TEST_F(MBEditTest, AFailingHandlerIsShownUnderTheBoxsOwnName) {
     box.onKeyPress = [](std::uint16_t&) { throw Error(error_number::kOverflow); };
     EXPECT_EQ(Type(L'A'), KeyOutcome::Handled);

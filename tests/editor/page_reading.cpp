@@ -238,7 +238,7 @@ class Reading {
         std::int16_t position = 0;
         for (const model::OutItem& item : format.OutItems())
             Expect(item.Index() == ++position, L"Index");
-        if (list.Selected() >= 0)
+        if (list.Selected() >= 0 && list.Selected() < format.OutItems().Count())
             OneItem(format.OutItems().Item(list.Selected() + 1));
     }
 
