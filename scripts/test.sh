@@ -54,6 +54,8 @@ run_windows() {
     check_gallery >out/test/scripts/gallery.log 2>&1 || echo "not ok gallery: ended early" >>out/test/scripts/gallery.log
     cat out/test/scripts/gallery.log
     source scripts/guide.sh
+    { check_guide && check_first_task; } >out/test/scripts/guide.log 2>&1 || echo "not ok guide: ended early" >>out/test/scripts/guide.log
+    cat out/test/scripts/guide.log
     source scripts/package.sh
     source scripts/check_package.sh
     # In a shell of its own: it works in another Wine prefix.
