@@ -57,9 +57,11 @@ play_installed() {
     grep -qF 'Loaded L"C:\\Program Files\\OrvOutFormat\\OrvOutFormat.ocx"' "$CHECKED/play.err"
 }
 
-# The help viewer that it started has the installed guide open.
-opened_guide() {
-    local tries guide="hh.exe $INSTALLED\\OrvOutFormat_0409.chm"
+# shows_guide LANGUAGE FOUND: in a host of that language the button leads the help viewer to the guide in that one.
+shows_guide() {
+    (cd "$CHECKED" && timeout 300 wine "$INSTALLED\\orvhost.exe" "$INSTALLED\\samples\\tiny.json" --play guide.play \
+        --language "$1" </dev/null) || return 1
+    local tries guide="hh.exe $INSTALLED\\OrvOutFormat_$2.chm"
     for tries in {1..50}; do
         ps -eo args | grep -v grep | grep -qF "$guide" && break
         sleep 0.1
@@ -91,10 +93,10 @@ key Ctrl+A
 type <STX>
 press cmdApply
 print host 6
-press cmdGuide
 close
 terminate
 TEXT
+    printf '%s\n' show activate 'press cmdGuide' close terminate >"$CHECKED/guide.play"
 }
 
 # The line of the read-me itself, in the folder where it stands.
@@ -129,7 +131,9 @@ check_use() {
     holds "installer: the files are those of the zip" same_files
     holds "installer: the control is made by its name" make_control
     holds "installer: the installed bench host edits with the installed component" play_installed
-    holds "installer: the button Guide opens the installed guide" opened_guide
+    holds "installer: the button Guide opens the installed guide" shows_guide 0409 0409
+    holds "installer: in a German host it opens the German one" shows_guide 0407 0407
+    holds "installer: in a host of another language it opens the English one" shows_guide 040C 0409
     holds "installer: programs and list of programs say version $VERSION" says_version
 }
 

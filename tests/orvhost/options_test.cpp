@@ -8,9 +8,10 @@ namespace orv::host {
 namespace {
 
 TEST(Options, ReadWhatWasGivenAndKeepTheRest) {
-    const auto options = ParseOptions({"f\xC3\xBCr.json", "--device-at", "127.0.0.1:5100", "--device", "2", "--level",
-                                       "3", "--play", "a.play", "--size", "800x600", "--no-extender", "--fail",
-                                       "ParameterTable.GetValue:7", "--fail", "Configuration.AccessLevel:2:9:Why: so"});
+    const auto options =
+        ParseOptions({"f\xC3\xBCr.json", "--device-at", "127.0.0.1:5100", "--device", "2", "--level", "3", "--language",
+                      "0407", "--play", "a.play", "--size", "800x600", "--no-extender", "--fail",
+                      "ParameterTable.GetValue:7", "--fail", "Configuration.AccessLevel:2:9:Why: so"});
     ASSERT_FALSE(options.status.has_value()) << options.message;
     EXPECT_TRUE(options.file.u8string() == u8"f\u00FCr.json");
     ASSERT_TRUE(options.deviceAt.has_value());
@@ -18,6 +19,7 @@ TEST(Options, ReadWhatWasGivenAndKeepTheRest) {
     EXPECT_EQ(options.cluster, 0);
     EXPECT_EQ(options.device, 2);
     EXPECT_EQ(options.level, 3);
+    EXPECT_EQ(options.language, 0x0407);
     EXPECT_EQ(options.width, 800);
     EXPECT_EQ(options.height, 600);
     EXPECT_FALSE(options.extender);
@@ -27,8 +29,9 @@ TEST(Options, ReadWhatWasGivenAndKeepTheRest) {
 
 TEST(Options, RefuseWithStatusTwoAndAReason) {
     const std::vector<std::vector<std::string>> wrong = {
-        {"--level", "4"}, {"--device", "32"},  {"--size", "10x10"},   {"--size", "800"}, {"--device-at", "host"},
-        {"--fail", "x"},  {"--device-at", ""}, {"--fail", "A.B:1:0"}, {"--nothing"},     {"a.json", "b.json"}};
+        {"--level", "4"},        {"--device", "32"},    {"--size", "10x10"},    {"--size", "800"},
+        {"--device-at", "host"}, {"--language", "407"}, {"--language", "de-D"}, {"--fail", "x"},
+        {"--device-at", ""},     {"--fail", "A.B:1:0"}, {"--nothing"},          {"a.json", "b.json"}};
     for (const auto& arguments : wrong) {
         const auto options = ParseOptions(arguments);
         EXPECT_EQ(options.status, 2) << arguments[0];

@@ -85,6 +85,11 @@ void Declare(CLI::App& app, Options& options) {
     app.add_option("--cluster", options.cluster, "Current cluster")->check(CLI::Range(0, 1023));
     app.add_option("--device", options.device, "Current device; 0 is the master")->check(CLI::Range(0, 31));
     app.add_option("--level", options.level, "Access level of the configuration")->check(CLI::Range(0, 3));
+    AddParsed(app, "--language", "DIGITS", "Language of the guide, four hexadecimal digits",
+              [&options](const std::string& text) {
+                  options.language = text.size() == 4 ? WholeNumber<std::int32_t>(text, 16) : std::nullopt;
+                  return options.language.has_value();
+              });
     path("--play", options.script, "Play a script, then end");
     path("--shots", options.shots, "Folder of the pictures that a script takes");
     path("--component", options.component, "Load the component from this file, registered or not");

@@ -27,6 +27,8 @@ Workspace::Workspace(const Options& options, const std::filesystem::path& file, 
     bench_->SetService(service_);
     if (options.level)
         bench_->SetAccessLevel(*options.level);
+    if (options.language)
+        bench_->Application()->helpLanguage = *options.language;
     for (const CallFault& fault : options.faults)
         bench_->Gate().FailNamed(fault.call, fault.nth, fault.number, fault.description);
     bench_->Gate().KeepLog(options.trace);
