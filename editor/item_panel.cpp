@@ -4,6 +4,7 @@
 
 #include "editor/node_key.h"
 #include "editor/page.h"
+#include "model/catalogue.h"
 #include "model/length_rule.h"
 #include "model/tree_labels.h"
 
@@ -44,15 +45,24 @@ model::LengthRule RuleOf(const model::ToolItem* entry, std::int32_t format) {
     return model::ParseLengthRule(entry->AllowedFormatLen(format));
 }
 
+struct Format {
+    std::int32_t type = 0;
+    std::uint8_t length = 0;
+};
+
 /// Format and length stay when the type allows them.
-void AdaptFormat(OutItem& item, const model::ToolItem* entry) {
-    if (!entry || RuleOf(entry, item.FormatType()).Allows(item.FormatLength()))
-        return;
-    std::int32_t format = item.FormatType();
-    std::uint8_t length = item.FormatLength();
-    entry->GetDefaultFormatAndLen(format, length);
-    item.FormatType(format);
-    item.FormatLength(length);
+Format FormatUnder(const model::ToolItem* entry, const OutItem& item) {
+    Format format{item.FormatType(), item.FormatLength()};
+    if (entry && !RuleOf(entry, format.type).Allows(format.length))
+        entry->GetDefaultFormatAndLen(format.type, format.length);
+    return format;
+}
+
+/// Of a format that was chosen: the length stays when its rule allows it.
+std::uint8_t LengthUnder(const model::ToolItem* entry, std::int32_t format, std::uint8_t length) {
+    const model::LengthRule rule = RuleOf(entry, format);
+    const bool stays = rule.kind == model::LengthRule::Kind::NotAllowed || rule.Allows(length);
+    return stays ? length : model::LeadingNumber(entry->AllowedFormatLen(format));
 }
 
 } // namespace
@@ -76,10 +86,15 @@ void ItemPanel::Changed() {
 
 void ItemPanel::StoreType(std::int32_t data) {
     OutItem& item = Item();
-    item.ItemCategory(data / kTypesPerCategory);
-    item.CodeRelType(data % kTypesPerCategory);
-    item.GlobalType(data % kTypesPerCategory);
-    AdaptFormat(item, Entry());
+    const std::int32_t category = data / kTypesPerCategory;
+    const std::int32_t type = data % kTypesPerCategory;
+    // Looked up first: what takes memory must not fail between the type and its format.
+    const Format format = FormatUnder(context_.catalogue().Find(model::CatalogueKey(category, type)), item);
+    item.ItemCategory(category);
+    item.CodeRelType(type);
+    item.GlobalType(type);
+    item.FormatType(format.type);
+    item.FormatLength(format.length);
     FillLists();
     FillFormat();
     Changed();
@@ -92,11 +107,9 @@ void ItemPanel::StoreCode(std::int32_t code) {
 
 void ItemPanel::StoreFormat(std::int32_t format) {
     OutItem& item = Item();
-    const model::ToolItem* entry = Entry();
+    const std::uint8_t length = LengthUnder(Entry(), format, item.FormatLength());
     item.FormatType(format);
-    const model::LengthRule rule = RuleOf(entry, format);
-    if (rule.kind != model::LengthRule::Kind::NotAllowed && !rule.Allows(item.FormatLength()))
-        item.FormatLength(model::LeadingNumber(entry->AllowedFormatLen(format)));
+    item.FormatLength(length);
     ShowLengthRule();
     Changed();
 }
