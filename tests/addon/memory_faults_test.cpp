@@ -165,18 +165,20 @@ class ShortLife {
     bool told_ = false;
 };
 
-/// The first allocations of each step, and of the rest every so-many-th, unless ORV_EXHAUSTIVE is set. ORV_ALLOCATION
-/// names the one of a failure that is to be seen again.
+/// The first allocations of each step, and of the rest every so-many-th, unless ORV_EXHAUSTIVE is set; ORV_FROM leaves
+/// out those before it. ORV_ALLOCATION names the one of a failure that is to be seen again.
 std::vector<std::int64_t> Picked(const Reference& reference, std::int64_t ofEachStep, std::int64_t lives) {
     if (const char* one = std::getenv("ORV_ALLOCATION"))
         return {std::atoll(one)};
+    const char* const from = std::getenv("ORV_FROM");
+    const std::int64_t first = from ? std::atoll(from) : 1;
     std::vector<std::int64_t> picked;
     const std::int64_t all = reference.counts.back();
     const std::int64_t stride = std::getenv("ORV_EXHAUSTIVE") ? 1 : std::max<std::int64_t>(1, all / lives);
     std::int64_t start = 0;
     for (const std::int64_t end : reference.counts) {
         for (std::int64_t k = start + 1; k <= end; ++k)
-            if (k <= start + ofEachStep || k % stride == 0)
+            if (k >= first && (k <= start + ofEachStep || k % stride == 0))
                 picked.push_back(k);
         start = end;
     }
