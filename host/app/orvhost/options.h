@@ -29,8 +29,8 @@ struct Options {
     std::int16_t device = 0;
     std::optional<std::int32_t> level;
     std::optional<std::int32_t> language; ///< of the guide
-    std::filesystem::path script; ///< empty: none
-    std::filesystem::path shots;  ///< folder of the pictures; empty: the present one
+    std::filesystem::path script;         ///< empty: none
+    std::filesystem::path shots;          ///< folder of the pictures; empty: the present one
     std::filesystem::path component;
     int width = 1024;
     int height = 768;
