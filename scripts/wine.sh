@@ -3,6 +3,8 @@
 export WINEPREFIX="${ORV_WINEPREFIX:-$PWD/build/wine}"
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="mscoree,mshtml="
+# Wine names files in the caller's encoding, and a machine without a locale has one of 128 characters.
+[[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
 make_prefix() {
     [[ -f $WINEPREFIX/.ready ]] && return 0
