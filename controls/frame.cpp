@@ -50,7 +50,7 @@ void Frame::ScrollTo(Point position) {
     scroll_ = position;
     for (const auto& child : Children())
         MirrorOf(*child, Aspect::Bounds);
-    Mirror(Aspect::Scroll); // last: what the children leave behind is drawn anew
+    Mirror(Aspect::Scroll);
 }
 
 void Frame::ScrollIntoView(const Widget& descendant, Rect part) {

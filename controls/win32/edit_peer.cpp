@@ -38,8 +38,9 @@ void EditPeer::Mirror(Aspect aspect) {
         WindowPeer::Mirror(Aspect::Name); // the window's text is the content
         break;
     case Aspect::Enabled:
-        WindowPeer::Mirror(aspect);
+        // First, because some versions of the window paint at once when they are enabled: once is enough.
         RedrawWindow(Window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+        WindowPeer::Mirror(aspect);
         break;
     default:
         WindowPeer::Mirror(aspect);

@@ -56,8 +56,6 @@ void FramePeer::Mirror(Aspect aspect) {
         break;
     case Aspect::Scroll:
         MirrorScroll();
-        // The children have moved one by one, over each other, and the bits copied with them left traces.
-        RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         break;
     default:
         break;

@@ -20,6 +20,17 @@ RECT CaptionArea(HDC dc, const GroupBoxLook& look, const RECT& client) {
     return area;
 }
 
+/// Whether what is to be painted lies within the border and below the caption, as the background of a child does.
+bool ClippedToInside(HDC dc, const GroupBoxLook& look, const RECT& client) {
+    RECT clip{};
+    if (GetClipBox(dc, &clip) == ERROR)
+        return false;
+    const RECT inside{look.indent / 3, look.lineHeight, client.right - look.indent / 3,
+                      client.bottom - look.indent / 3};
+    return clip.left >= inside.left && clip.top >= inside.top && clip.right <= inside.right &&
+           clip.bottom <= inside.bottom;
+}
+
 COLORREF CaptionColour(HTHEME theme, int state) {
     COLORREF colour = GetSysColor(state == GBS_NORMAL ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
     if (theme != nullptr)
@@ -30,11 +41,13 @@ COLORREF CaptionColour(HTHEME theme, int state) {
 } // namespace
 
 void PaintGroupBox(HDC dc, const GroupBoxLook& look) {
+    RECT client{};
+    GetClientRect(look.window, &client);
+    if (ClippedToInside(dc, look, client))
+        return;
     const OwnedTheme theme(IsThemeActive() ? OpenThemeData(look.window, L"BUTTON") : nullptr);
     const int state = look.enabled ? GBS_NORMAL : GBS_DISABLED;
     const platform::win32::Selected font(dc, look.font);
-    RECT client{};
-    GetClientRect(look.window, &client);
     RECT caption = CaptionArea(dc, look, client);
     RECT border = client;
     border.top = look.caption.empty() ? 0 : look.lineHeight / 2;

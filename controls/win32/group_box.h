@@ -15,6 +15,7 @@ struct GroupBoxLook {
 };
 
 /// Border and caption of a group box over the whole client area, in the theme of the system where it has one.
+/// Does nothing where the clip box of `dc` leaves neither in sight.
 void PaintGroupBox(HDC dc, const GroupBoxLook& look);
 
 } // namespace orv::controls::win32

@@ -137,8 +137,10 @@ void ToolbarPeer::MirrorStates() {
 }
 
 void ToolbarPeer::MirrorCurrent() {
+    if (GetFocus() != Window())
+        return; // seen only where the keys go
     InvalidateRect(Window(), nullptr, FALSE);
-    if (GetFocus() != Window() || toolbar_.Current() < 0)
+    if (toolbar_.Current() < 0)
         return;
     Send(TB_SETHOTITEM, static_cast<WPARAM>(toolbar_.Current())); // what screen readers take for the focus
     NotifyWinEvent(EVENT_OBJECT_FOCUS, Window(), OBJID_CLIENT, toolbar_.Current() + 1);
@@ -170,6 +172,9 @@ void ToolbarPeer::DrawButton(HDC dc, int button) {
     // Where a click finds it, whatever margin the window of some version adds.
     const Rect place = toolbar_.PlaceOf(button);
     RECT area{place.x, place.y, place.Right(), place.Bottom()};
+    // The window asks for every button between two that have changed.
+    if (!RectVisible(dc, &area))
+        return;
     const Toolbar::Button& shown = toolbar_.Buttons()[static_cast<std::size_t>(button)];
     const bool enabled = shown.enabled && toolbar_.EffectivelyEnabled();
     const bool focused = GetFocus() == Window() && toolbar_.Current() == button;

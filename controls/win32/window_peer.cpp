@@ -17,6 +17,13 @@ HWND ParentWindow(const PeerHost& host, const Widget& widget) {
     return static_cast<WindowPeer*>(widget.Parent()->GetPeer())->Window();
 }
 
+RECT PlaceIn(HWND parent, HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
 } // namespace
 
 WindowPeer::WindowPeer(PeerHost& host, Widget& widget, const WindowSpec& spec) : host_(host), widget_(widget) {
@@ -69,14 +76,25 @@ void WindowPeer::Replace(const WindowSpec& spec) {
     Close(former);
 }
 
+void WindowPeer::Move(const Rect& place) {
+    const HWND parent = GetParent(window_);
+    const RECT former = PlaceIn(parent, window_);
+    SetWindowPos(window_, nullptr, place.x, place.y, place.width, place.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    if (!widget_.Visible() || (former.left == place.x && former.top == place.y))
+        return;
+    // A combo box that moves twice between two paintings takes bits with it that were never painted, and leaves some
+    // where it was in between.
+    constexpr UINT kAnew = RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN;
+    RedrawWindow(parent, &former, nullptr, kAnew);
+    RedrawWindow(window_, nullptr, nullptr, kAnew | RDW_FRAME);
+}
+
 void WindowPeer::Mirror(Aspect aspect) {
     switch (aspect) {
-    case Aspect::Bounds: {
-        const Rect place = Placement();
-        SetWindowPos(window_, nullptr, place.x, place.y, place.width, place.height,
-                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    case Aspect::Bounds:
+        Move(Placement());
         break;
-    }
     case Aspect::Visible:
         ShowWindow(window_, widget_.Visible() ? SW_SHOWNA : SW_HIDE);
         break;

@@ -77,6 +77,7 @@ class WindowPeer : public Peer {
     LRESULT FocusGained(WPARAM wparam, LPARAM lparam);
     LRESULT FocusLost(WPARAM wparam, LPARAM lparam);
     void Open(const WindowSpec& spec);
+    void Move(const Rect& place);
     void Close(HWND window);
     void MirrorName();
 

@@ -1,5 +1,7 @@
 #include "fixture.h"
 
+#include <algorithm>
+
 #include <commctrl.h>
 
 #include "controls/combo_box.h"
@@ -114,6 +116,57 @@ TEST_F(HostTest, ScrollsToTheFocusAndWithTheWheel) {
     first.SetBounds({0, 0, 600, 400});
     first.SetContent({580, 380}, GetSystemMetrics(SM_CXVSCROLL));
     EXPECT_FALSE(GetWindowLongW(page, GWL_STYLE) & WS_VSCROLL);
+}
+
+std::vector<COLORREF> Pixels(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    const HDC dc = GetDCEx(window, nullptr, DCX_CACHE); // the children's pixels as well
+    std::vector<COLORREF> pixels;
+    for (int y = 0; y < client.bottom; ++y)
+        for (int x = 0; x < client.right; x += 3)
+            pixels.push_back(GetPixel(dc, x, y));
+    ReleaseDC(window, dc);
+    EXPECT_EQ(std::count(pixels.begin(), pixels.end(), CLR_INVALID), 0);
+    return pixels;
+}
+
+/// Whether the window looks as it does when all of it is painted anew.
+bool LeftNoTraces(HWND window) {
+    UpdateWindow(window);
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    const std::vector<COLORREF> seen = Pixels(window);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    return seen == Pixels(window);
+}
+
+TEST_F(HostTest, WhatMovesLeavesNoTraces) {
+    std::vector<Frame*> options;
+    for (int i = 0; i < 4; ++i) {
+        Frame& box = *options.emplace_back(&first.Add<Frame>(L"fraOptions", i));
+        box.SetGroupBox(true);
+        box.SetCaption(L"Options");
+        box.SetBounds({320, 80 * i, 240, 74});
+        box.Add<CheckBox>(L"chkOption", i).SetBounds({10, 20, 200, 20});
+    }
+    first.SetBounds({0, 0, 600, 200});
+    first.SetContent({580, 380}, GetSystemMetrics(SM_CXVSCROLL));
+    Show();
+    const HWND page = WindowOf(L"fraCodeDef");
+    EXPECT_TRUE(LeftNoTraces(page));
+    for (const int to : {155, 160, 30, 175}) {
+        first.ScrollTo({0, 125}); // the combo box is out of sight,
+        EXPECT_TRUE(LeftNoTraces(page));
+        first.ScrollTo({0, to}); // peeps in and goes on before anything is painted
+        first.ScrollTo({0, 178});
+        EXPECT_TRUE(LeftNoTraces(page)) << to;
+    }
+    for (Frame* box : options) // down, the upper ones first: over those that are still to go
+        box->SetBounds({320, box->Bounds().y + 50, 240, 74});
+    EXPECT_TRUE(LeftNoTraces(page));
+    options[1]->SetVisible(false);
+    options[2]->SetBounds({320, 130, 240, 100});
+    EXPECT_TRUE(LeftNoTraces(page));
 }
 
 TEST_F(HostTest, FocusActivatesAndLeavesForNeighboursOnly) {
