@@ -49,7 +49,11 @@ controls::Toolbar::Button ButtonFor(const model::ToolItem& entry) {
 } // namespace
 
 Palette::Palette(Context& context, controls::Frame& parent)
-    : context_(context), frame_(parent.Add<controls::Frame>(L"fraPalette")) {
+    : context_(context), lblPalette_(parent.Add<controls::Label>(L"lblPalette")),
+      frame_(parent.Add<controls::Frame>(L"fraPalette")) {
+    lblPalette_.SetCaption(Load(Id::PaletteHeading));
+    lblPalette_.SetHeading(true);
+    lblPalette_.SetElides(true);
     sections_.push_back(AddSection(model::item_category::kCodeRelated, L"tbrCodeRel", Load(Id::PaletteCodeRelated)));
     sections_.push_back(AddSection(model::item_category::kGlobal, L"tbrGlobal", Load(Id::PaletteGlobal)));
     sections_.push_back(AddSection(model::item_category::kMiscellaneous, L"tbrMisc", Load(Id::PaletteMiscellaneous)));
@@ -59,7 +63,6 @@ Palette::Section Palette::AddSection(std::int32_t category, const wchar_t* name,
     Section section{category, frame_.Add<controls::Label>(std::wstring(L"lbl") + (name + 3)),
                     frame_.Add<controls::Toolbar>(name)};
     section.heading.SetCaption(heading);
-    section.heading.SetHeading(true);
     section.buttons.SetPalette(true);
     section.buttons.SetColumnLimit(kColumn);
     section.buttons.SetAccessibleName(section.heading.PlainCaption());
@@ -90,7 +93,10 @@ controls::LayoutPtr Palette::Layout() {
         boxes.push_back(Cell(section.heading, controls::Grow::Across));
         boxes.push_back(Cell(section.buttons, controls::Grow::Across));
     }
-    return std::make_unique<ScrollingBox>(frame_, controls::Column(std::move(boxes), 4));
+    return controls::Column(
+        controls::Boxed(Cell(lblPalette_, controls::Grow::Across),
+                        std::make_unique<ScrollingBox>(frame_, controls::Column(std::move(boxes), 4))),
+        4);
 }
 
 } // namespace orv::editor

@@ -12,7 +12,7 @@ namespace orv::editor {
 
 class Palette {
   public:
-    /// Adds a scrolling frame to `parent`.
+    /// Adds a heading and a scrolling frame to `parent`.
     Palette(Context& context, controls::Frame& parent);
 
     /// Fills the sections from the catalogue.
@@ -33,6 +33,7 @@ class Palette {
     void Fill(Section& section);
 
     Context& context_;
+    controls::Label& lblPalette_;
     controls::Frame& frame_;
     std::vector<Section> sections_;
 };

@@ -97,6 +97,17 @@ check_plays() {
     HOST_OPTIONS="--cluster 1 --device 2 --no-extender" checked slave samples/tunnel.json --cluster 1 --device 2
     checked keyboard samples/conveyor.json
     check_session
+    check_no_display
+}
+
+# The words of a machine that has none. The server goes with the display that it knew.
+check_no_display() {
+    local words
+    stop_server
+    words=$(env -u DISPLAY timeout 60 wine build/win64/bin/orvhost.exe samples/tiny.json 2>&1 </dev/null) &&
+        words="ended as if it had run"
+    stop_server
+    [[ $words == *"is there a display?"* ]] && echo "ok no display: told" || echo "not ok no display: $words"
 }
 
 # A whole session: what was entered is what the host, the device and the export hold, and what a second host shows.
@@ -112,11 +123,15 @@ check_session() {
     python3 scripts/check_session.py out
 }
 
+stop_server() {
+    wineserver -k || true
+    wineserver -w
+}
+
 # A session whose windows are 50 % larger than usual.
 at_dpi() {
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
-    wineserver -k
-    wineserver -w
+    stop_server
 }
 
 shots() {

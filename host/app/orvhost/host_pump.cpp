@@ -1,7 +1,5 @@
 #include "host/app/orvhost/host_pump.h"
 
-#include <new>
-
 #include "host/app/orvhost/transcript.h"
 
 namespace orv::host {
@@ -14,9 +12,8 @@ constexpr UINT kRun = WM_APP + 1;
 
 HostPump::HostPump() {
     RegisterWindowClass(kClass, &HostPump::Procedure, nullptr);
-    window_ = OwnedWindow(CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Program(), nullptr));
-    if (!window_)
-        throw std::bad_alloc();
+    window_ =
+        OwnedWindow(Made(CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Program(), nullptr)));
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 

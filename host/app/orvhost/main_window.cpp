@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
 
 #include "host/app/orvhost/commands.h"
 
@@ -17,11 +16,8 @@ constexpr int kLogHeight = 150;
 constexpr int kGap = 4;
 
 HWND CreateChild(HWND parent, const wchar_t* type, DWORD style, DWORD extended, int id, void* argument = nullptr) {
-    const HWND child = CreateWindowExW(extended, type, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
-                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Program(), argument);
-    if (child == nullptr)
-        throw std::bad_alloc();
-    return child;
+    return Made(CreateWindowExW(extended, type, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Program(), argument));
 }
 
 /// Boxes and the progress display come up in the middle of the screen: the window they belong to stands there, too.
@@ -46,10 +42,9 @@ MainWindow::MainWindow(FrameListener& listener, int width, int height)
     const auto face = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
     RegisterWindowClass(kFrameClass, &MainWindow::Procedure, face);
     RegisterWindowClass(kAreaClass, &MainWindow::AreaProcedure, face, CS_HREDRAW | CS_VREDRAW);
-    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Bench Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                              CW_USEDEFAULT, CW_USEDEFAULT, width, height, nullptr, nullptr, Program(), nullptr);
-    if (window_ == nullptr)
-        throw std::bad_alloc();
+    window_ =
+        Made(CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Bench Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                             CW_USEDEFAULT, CW_USEDEFAULT, width, height, nullptr, nullptr, Program(), nullptr));
     Centre(window_);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     CreateChildren();

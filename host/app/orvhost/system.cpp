@@ -1,5 +1,7 @@
 #include "host/app/orvhost/system.h"
 
+#include <system_error>
+
 namespace orv::host {
 
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, HBRUSH background, UINT style) {
@@ -12,6 +14,13 @@ void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, HBRUSH backgrou
     type.hbrBackground = background;
     type.lpszClassName = name;
     RegisterClassExW(&type);
+}
+
+HWND Made(HWND window) {
+    const auto code = static_cast<int>(GetLastError());
+    if (window == nullptr)
+        throw std::system_error(code, std::system_category(), "no window can be made (is there a display?)");
+    return window;
 }
 
 OwnedFont MessageFont(UINT dpi) {

@@ -57,6 +57,9 @@ inline int Scale(int value, UINT dpi) {
 /// Registers a window class of this program; a second time does nothing.
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, HBRUSH background, UINT style = 0);
 
+/// `window` as it is. Raises std::runtime_error with the system's words when it was not made.
+HWND Made(HWND window);
+
 /// The system's message font.
 OwnedFont MessageFont(UINT dpi);
 
