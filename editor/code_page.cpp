@@ -129,7 +129,9 @@ std::vector<controls::Toolbar::Button> CodePage::SymbologyButtons() {
 
 void CodePage::BeforeLayout(const controls::TextMeasure& measure) {
     const int width = std::max(1, measure.Scale(buttonWidth_));
-    const int room = frame_.Bounds().width - measure.Scale(kScrollBar);
+    // What the page is wide at least, it is wide in a narrower view as well.
+    tbrCodeType_.SetLeastColumns(1);
+    const int room = std::max(frame_.Bounds().width - measure.Scale(kScrollBar), layout_->Minimum(measure).width);
     tbrCodeType_.SetLeastColumns(std::clamp(room / width, 1, static_cast<int>(kManyButtons) + 1));
 }
 

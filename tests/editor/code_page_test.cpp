@@ -147,6 +147,14 @@ TEST_F(CodePageTest, ManySymbologiesTakeNarrowButtonsInAsManyColumnsAsFit) {
     EXPECT_FALSE(Get<controls::Frame>(L"fraCode").ScrollsAcross());
 }
 
+TEST_F(CodePageTest, SymbologiesLeaveNoEmptyRowsInANarrowView) {
+    for (const int percent : {100, 150, 200}) {
+        editor->Layout({640, 480}, test::FixedFont(percent));
+        const controls::Rect last = Bar().PlaceOf(static_cast<int>(Bar().Buttons().size()) - 1);
+        EXPECT_EQ(Bar().Bounds().height, last.Bottom()) << percent;
+    }
+}
+
 TEST_F(CodePageTest, LengthOptionsStoreAsTheModelKeepsThem) {
     Show([this] {
         Slot().Length(12);
