@@ -1,5 +1,7 @@
 #include "editor/page.h"
 
+#include <utility>
+
 namespace orv::editor {
 
 Page::Page(Context& context, std::wstring name, std::wstring title)
@@ -10,7 +12,9 @@ Page::Page(Context& context, std::wstring name, std::wstring title)
 }
 
 void Page::Open(int index) {
-    index_ = index;
+    // What was scrolled to for one object may be empty for the next one.
+    if (std::exchange(index_, index) != index)
+        frame_.ScrollTo({});
     if (!setUp_) {
         SetUp();
         setUp_ = true;

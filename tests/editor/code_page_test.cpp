@@ -149,7 +149,8 @@ TEST_F(CodePageTest, ManySymbologiesTakeNarrowButtonsInAsManyColumnsAsFit) {
 
 TEST_F(CodePageTest, SymbologiesLeaveNoEmptyRowsInANarrowView) {
     for (const int percent : {100, 150, 200}) {
-        editor->Layout({640, 480}, test::FixedFont(percent));
+        const test::FixedFont font(percent);
+        editor->Layout({640, 480}, font);
         const controls::Rect last = Bar().PlaceOf(static_cast<int>(Bar().Buttons().size()) - 1);
         EXPECT_EQ(Bar().Bounds().height, last.Bottom()) << percent;
     }
@@ -336,6 +337,21 @@ TEST_F(CodePageTest, AFailingHandlerIsShownUnderItsName) {
         all += box.text.substr(0, box.text.find(L':')) + L" ";
     EXPECT_EQ(all, L"AddOnControl.chkCheckDigit_Click\n91 AddOnControl.optLengthFixed_Click\n91 "
                    L"AddOnControl.tbrCodeType_ButtonClick\n91 AddOnControl.txtMinLength_Validate\n91 ");
+}
+
+struct SeveralCodesTest : CodePageTest {
+    SeveralCodesTest() : CodePageTest(test::Sample("tunnel.json")) {}
+};
+
+TEST_F(SeveralCodesTest, AnotherCodeIsSeenFromItsTop) {
+    const test::FixedFont font(200);
+    editor->Layout({640, 480}, font);
+    auto& page = Get<controls::Frame>(L"fraCode");
+    page.ScrollTo({0, 200});
+    Click(L"Code1");
+    EXPECT_EQ(page.Scroll().y, 200);
+    Click(L"Code2");
+    EXPECT_EQ(page.Scroll().y, 0);
 }
 
 struct NoDataMatrixTest : CodePageTest {
