@@ -123,11 +123,6 @@ check_session() {
     python3 scripts/check_session.py out
 }
 
-stop_server() {
-    wineserver -k || true
-    wineserver -w
-}
-
 # A session whose windows are 50 % larger than usual.
 at_dpi() {
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1

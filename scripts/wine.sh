@@ -36,8 +36,13 @@ start_display() {
     export DISPLAY=":$(cat "$number_file")"
 }
 
+# Nothing to stop is no failure: a call's own result is what it ends with.
+stop_server() {
+    wineserver -k 2>/dev/null || true
+    timeout 60 wineserver -w || true
+}
+
 stop_wine() {
-    [[ -d $WINEPREFIX ]] && wineserver -k 2>/dev/null
-    [[ -n ${ORV_DISPLAY_PID:-} ]] && kill "$ORV_DISPLAY_PID" 2>/dev/null
-    return 0
+    [[ ! -d $WINEPREFIX ]] || stop_server
+    [[ -z ${ORV_DISPLAY_PID:-} ]] || kill "$ORV_DISPLAY_PID" 2>/dev/null || true
 }
