@@ -12,14 +12,16 @@ Page::Page(Context& context, std::wstring name, std::wstring title)
 }
 
 void Page::Open(int index) {
-    // What was scrolled to for one object may be empty for the next one.
-    if (std::exchange(index_, index) != index)
-        frame_.ScrollTo({});
+    const bool another = std::exchange(index_, index) != index;
     if (!setUp_) {
         SetUp();
         setUp_ = true;
     }
     Fill();
+    // What was scrolled to for one object may be empty for the next one; so may what the focus has passed over on its
+    // way from a field that is gone.
+    if (another)
+        frame_.ScrollTo({});
 }
 
 void Page::Layout(const controls::TextMeasure& measure) {
