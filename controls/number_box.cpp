@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "controls/form.h"
 
@@ -75,9 +76,19 @@ void NumberBox::Show(std::wstring text) {
     Mirror(Aspect::Content);
 }
 
+std::wstring NumberBox::TextOf(std::optional<Number> number) {
+    return number ? std::to_wstring(*number) : std::wstring();
+}
+
 void NumberBox::SetValue(Number value) {
     value_ = stored_ = value;
-    Show(std::to_wstring(value));
+    Show(TextOf(stored_));
+}
+
+void NumberBox::SetUnknown() {
+    value_.reset();
+    stored_.reset();
+    Show({});
 }
 
 void NumberBox::SetRange(Number one, Number other) {
@@ -108,14 +119,16 @@ void NumberBox::Beep() {
 }
 
 bool NumberBox::Commit() {
-    const std::optional<Number> number = Reading();
-    if (!number) {
+    if (!Valid()) {
         Beep();
         if (onRefused)
             onRefused();
         return false;
     }
-    if (*number != stored_ && onAccept && !onAccept(*number))
+    const std::optional<Number> number = Reading();
+    if (!number)
+        return true;
+    if (number != stored_ && onAccept && !onAccept(*number))
         return false;
     if (Pending()) // onAccept may have set a number of its own
         SetValue(*number);
@@ -123,16 +136,19 @@ bool NumberBox::Commit() {
 }
 
 void NumberBox::Revert() {
-    Show(std::to_wstring(value_));
+    if (!stored_)
+        value_.reset();
+    Show(TextOf(value_));
 }
 
 void NumberBox::Changed() {
-    const std::optional<Number> number = Reading();
-    if (!number || *number == value_)
+    if (!Valid())
         return;
-    value_ = *number;
-    if (onChange)
-        onChange(value_);
+    const std::optional<Number> number = Reading();
+    if (number == std::exchange(value_, number))
+        return;
+    if (number && onChange)
+        onChange(*number);
 }
 
 void NumberBox::Edit(std::wstring text) {
@@ -161,11 +177,16 @@ NumberBox::Number NumberBox::Next(Number from, int by) const {
     return std::clamp(from + by, least_, greatest_);
 }
 
+NumberBox::Number NumberBox::First() const {
+    return allowed_.empty() ? std::clamp<Number>(0, least_, greatest_) : allowed_.front();
+}
+
 void NumberBox::Step(int by) {
     if (!Interactive() || by == 0)
         return;
     const std::optional<Number> typed = Reading();
-    Show(std::to_wstring(Next(typed.value_or(value_), by)));
+    const std::optional<Number> from = typed ? typed : value_;
+    Show(TextOf(from ? Next(*from, by) : First()));
     Changed();
     if (Focused())
         Mirror(Aspect::Selection);
@@ -197,7 +218,8 @@ KeyOutcome NumberBox::HandleKey(const KeyEvent& key) {
         Commit();
         return KeyOutcome::Handled;
     case Key::Escape:
-        if (Valid())
+        // A number in the place of none could not be taken back otherwise, right as it is.
+        if (!Pending() || (stored_ && Valid()))
             return KeyOutcome::NotHandled;
         Revert();
         return KeyOutcome::Handled;

@@ -179,5 +179,80 @@ TEST_F(NumberBoxTest, AStoredNumberOutsideTheLimitsStandsUntilItIsEdited) {
     EXPECT_TRUE(changes.empty());
 }
 
+TEST_F(NumberBoxTest, AnUnknownNumberStandsUntilAnyNumberIsEntered) {
+    std::vector<Number> asked;
+    box.onAccept = [&asked](Number number) {
+        asked.push_back(number);
+        return true;
+    };
+    box.SetRange(0, 50);
+    box.SetUnknown();
+    EXPECT_EQ(box.Text(), L"");
+    EXPECT_FALSE(box.Known() || box.Pending());
+    EXPECT_EQ(box.Value(), 0) << "not the number of another object";
+    EXPECT_TRUE(form.SetFocus(next) && box.Commit());
+    EXPECT_EQ(platform.boxes.beeps, 0);
+    form.SetFocus(box);
+    for (const wchar_t* same : {L"0", L"12"}) {
+        box.SetUnknown();
+        box.Edit(same);
+        EXPECT_TRUE(box.Known() && box.Pending());
+        EXPECT_TRUE(box.Commit());
+        EXPECT_FALSE(box.Pending());
+    }
+    EXPECT_EQ(changes, (std::vector<Number>{0, 12}));
+    EXPECT_EQ(asked, (std::vector<Number>{0, 12}));
+    box.SetUnknown();
+    box.Edit(L"99");
+    EXPECT_FALSE(box.Commit()) << "wrong is wrong in place of none, too";
+    EXPECT_EQ(platform.boxes.beeps, 1);
+    box.SetValue(7);
+    EXPECT_TRUE(box.Known());
+    EXPECT_EQ(box.Text(), L"7");
+}
+
+TEST_F(NumberBoxTest, WhatIsEnteredForAnUnknownNumberCanBeTakenBack) {
+    const auto expectUnknown = [this](const wchar_t* after) {
+        EXPECT_EQ(box.Text(), L"") << after;
+        EXPECT_FALSE(box.Known() || box.Pending()) << after;
+        EXPECT_EQ(box.Value(), 0) << after;
+    };
+    box.SetUnknown();
+    EXPECT_EQ(Press(Key::Escape), KeyOutcome::NotHandled) << "nothing to take back";
+    for (const wchar_t* entered : {L"5", L"99", L"x"}) {
+        box.Edit(L"4");
+        box.Edit(entered);
+        EXPECT_EQ(Press(Key::Escape), KeyOutcome::Handled);
+        expectUnknown(entered);
+    }
+    box.Edit(L"5");
+    box.Edit(L"");
+    expectUnknown(L"emptied");
+    box.Edit(L"5");
+    box.Revert();
+    expectUnknown(L"reverted");
+}
+
+TEST_F(NumberBoxTest, AStepLeadsFromAnUnknownNumberToOneThatMayStand) {
+    int stored = 0;
+    box.onStep = [&] { stored += box.Commit() ? 1 : 0; };
+    const auto stepped = [this](int by) {
+        box.SetUnknown();
+        box.Step(by);
+        return box.Value();
+    };
+    EXPECT_EQ(stepped(1), 1);
+    EXPECT_EQ(stepped(-10), 1);
+    box.SetRange(-3, 3);
+    EXPECT_EQ(stepped(-1), 0);
+    box.SetRange(-9, -5);
+    EXPECT_EQ(stepped(1), -5);
+    box.SetRange(1, 50);
+    box.SetAllowed({8, 2, 4});
+    EXPECT_EQ(stepped(-1), 2);
+    EXPECT_EQ(changes, (std::vector<Number>{1, 1, 0, -5, 2}));
+    EXPECT_EQ(stored, 5);
+}
+
 } // namespace
 } // namespace orv::controls
