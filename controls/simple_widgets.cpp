@@ -97,11 +97,20 @@ CheckBox::CheckBox(std::wstring name, int index) : Widget(Kind::CheckBox, std::m
     SetTabStop(true);
 }
 
-void CheckBox::SetChecked(bool checked) {
-    if (checked_ == checked)
+void CheckBox::Show(bool checked, bool undetermined) {
+    if (checked_ == checked && undetermined_ == undetermined)
         return;
     checked_ = checked;
+    undetermined_ = undetermined;
     Mirror(Aspect::Check);
+}
+
+void CheckBox::SetChecked(bool checked) {
+    Show(checked, false);
+}
+
+void CheckBox::SetUndetermined() {
+    Show(false, true);
 }
 
 void CheckBox::Toggle() {

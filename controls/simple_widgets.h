@@ -76,6 +76,9 @@ class CheckBox : public Widget {
     explicit CheckBox(std::wstring name, int index = kNoIndex);
     bool Checked() const { return checked_; }
     void SetChecked(bool checked);
+    /// Neither checked nor unchecked, because nobody knows; until SetChecked or the first click, which checks.
+    void SetUndetermined();
+    bool Undetermined() const { return undetermined_; }
     /// Gesture.
     void Toggle();
     KeyOutcome HandleKey(const KeyEvent& key) override;
@@ -85,7 +88,10 @@ class CheckBox : public Widget {
     std::function<void()> onClick;
 
   private:
+    void Show(bool checked, bool undetermined);
+
     bool checked_ = false;
+    bool undetermined_ = false;
 };
 
 /// One of a group: all option buttons with the same parent. Choosing one clears the others. The group is one tab

@@ -124,6 +124,26 @@ TEST_F(WidgetsTest, EnabledAndVisibleAreTheAncestorsToo) {
     EXPECT_EQ(root.Find(L"chk"), nullptr);
 }
 
+TEST_F(WidgetsTest, AnUndeterminedCheckIsCheckedByTheFirstClick) {
+    auto& check = root.Add<CheckBox>(L"chk");
+    int clicks = 0;
+    check.onClick = [&clicks] { ++clicks; };
+    for (const bool before : {true, false}) {
+        check.SetChecked(before);
+        check.SetUndetermined();
+        EXPECT_TRUE(check.Undetermined() && !check.Checked());
+        check.Toggle();
+        EXPECT_TRUE(!check.Undetermined() && check.Checked());
+    }
+    EXPECT_EQ(clicks, 2) << "only the clicks";
+    for (const bool known : {true, false}) {
+        check.SetUndetermined();
+        check.SetChecked(known);
+        EXPECT_FALSE(check.Undetermined());
+        EXPECT_EQ(check.Checked(), known);
+    }
+}
+
 TEST_F(WidgetsTest, OutputLineSetsChipsApart) {
     auto& strip = root.Add<OutputStrip>(L"strip");
     strip.SetCaption(L"Output:");
