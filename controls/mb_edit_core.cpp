@@ -106,7 +106,9 @@ std::size_t MBEditCore::Replace(EditKind kind, std::span<const std::uint8_t> byt
         return 0;
     std::size_t length = 0;
     std::size_t taken = 0;
-    while (taken < bytes.size() && Fits(length + TokenText::LengthOf(bytes[taken])))
+    // The first one in place of everything has no maximum: a byte whose name is longer could never be entered again.
+    const bool all = SelLength() == content_.Size();
+    while (taken < bytes.size() && ((all && taken == 0) || Fits(length + TokenText::LengthOf(bytes[taken]))))
         length += TokenText::LengthOf(bytes[taken++]);
     TokenText inserted;
     inserted.Assign(bytes.first(taken));

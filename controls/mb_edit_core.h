@@ -26,7 +26,7 @@ class MBEditCore {
     const std::vector<ShadowCell>& Cells() const { return content_.Cells(); }
     std::size_t TextLength() const { return content_.Size(); }
 
-    /// Displayed characters; 0 is no limit.
+    /// Displayed characters; 0 is no limit. In place of the whole content one token goes in whatever its length.
     std::size_t MaxLength() const { return maxLength_; }
     void SetMaxLength(std::size_t length) { maxLength_ = length; }
     /// Return is not a token: of one line it does nothing, of several it breaks the line. A break is byte 13, too.

@@ -98,7 +98,7 @@ void Twin::Erase() {
 void Twin::Insert(std::span<const Token> added) {
     Erase();
     for (const Token& token : added) {
-        if (limit != 0 && Width(tokens) + token.Shown().size() > limit)
+        if (limit != 0 && !tokens.empty() && Width(tokens) + token.Shown().size() > limit)
             return;
         tokens.insert(tokens.begin() + static_cast<std::ptrdiff_t>(caret), token);
         Put(caret + 1, caret + 1);

@@ -75,7 +75,7 @@ struct Twin {
         caret = to;
     }
     void Erase();
-    /// In place of the selection, as many as fit.
+    /// In place of the selection, as many as fit; one always does where nothing else is left.
     void Insert(std::span<const Token> added);
     void Insert(const Bytes& bytes);
 };

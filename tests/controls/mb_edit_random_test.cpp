@@ -37,7 +37,8 @@ struct Model {
     void Insert(const Bytes& bytes, std::size_t maximum, bool breaksLine = false) {
         Erase();
         for (std::uint8_t byte : bytes) {
-            if (maximum != 0 && Text().size() + (breaksLine ? 1 : Shown({byte})) > maximum)
+            const std::size_t shown = breaksLine ? 1 : Shown({byte});
+            if (maximum != 0 && !data.empty() && Text().size() + shown > maximum)
                 return;
             data.insert(data.begin() + static_cast<std::ptrdiff_t>(caret), byte);
             breaks.insert(breaks.begin() + static_cast<std::ptrdiff_t>(caret), breaksLine);
@@ -128,7 +129,7 @@ struct Play {
             break;
         }
         case 8:
-            core.SetMaxLength(Below(3) == 0 ? 0 : 20 + Below(60));
+            core.SetMaxLength(Below(3) == 0 ? 0 : Below(3) == 0 ? 1 + Below(4) : 20 + Below(60));
             break;
         case 9:
             core.SetMaskReturn(Below(2) == 0);
