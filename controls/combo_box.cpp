@@ -11,13 +11,24 @@ ComboBox::ComboBox(std::wstring name, int index) : Widget(Kind::ComboBox, std::m
 
 void ComboBox::SetEntries(std::vector<Entry> entries) {
     entries_ = std::move(entries);
+    stranger_ = false;
     selected_ = -1;
     Mirror(Aspect::Items);
 }
 
-void ComboBox::SetSelected(int entry) {
-    selected_ = entry >= 0 && entry < static_cast<int>(entries_.size()) ? entry : -1;
+void ComboBox::Show(int entry) {
+    selected_ = entry >= 0 && entry <= Last() ? entry : -1;
     Mirror(Aspect::Selection);
+}
+
+void ComboBox::SetSelected(int entry) {
+    if (stranger_ && entry != Last()) {
+        entries_.pop_back();
+        stranger_ = false;
+        selected_ = -1;
+        Mirror(Aspect::Items);
+    }
+    Show(entry);
 }
 
 std::int32_t ComboBox::SelectedData() const {
@@ -25,19 +36,21 @@ std::int32_t ComboBox::SelectedData() const {
 }
 
 void ComboBox::SelectData(std::int32_t data) {
-    auto found = std::find_if(entries_.begin(), entries_.end(), [data](const Entry& e) { return e.data == data; });
-    if (found == entries_.end()) {
-        entries_.push_back({std::to_wstring(data), data});
-        found = entries_.end() - 1;
-        Mirror(Aspect::Items);
-    }
-    SetSelected(static_cast<int>(found - entries_.begin()));
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [data](const Entry& e) { return e.data == data; });
+    if (found != entries_.end())
+        return SetSelected(static_cast<int>(found - entries_.begin()));
+    SetSelected(-1);
+    entries_.push_back({std::to_wstring(data), data});
+    stranger_ = true;
+    Mirror(Aspect::Items);
+    Show(Last());
 }
 
 void ComboBox::Select(int entry) {
-    if (!Interactive() || entry == selected_ || entry < 0 || entry >= static_cast<int>(entries_.size()))
+    if (!Interactive() || entry == selected_ || entry < 0 || entry > Last())
         return;
-    SetSelected(entry);
+    Show(entry);
     if (onClick)
         onClick();
 }
@@ -63,19 +76,18 @@ KeyOutcome ComboBox::HandleKey(const KeyEvent& key) {
         return KeyOutcome::Native;
     if (key.ctrl || key.alt)
         return KeyOutcome::NotHandled;
-    const int last = static_cast<int>(entries_.size()) - 1;
     switch (key.key) {
     case Key::Up:
         Select(std::max(selected_ - 1, 0));
         return KeyOutcome::Handled;
     case Key::Down:
-        Select(std::min(selected_ + 1, last));
+        Select(std::min(selected_ + 1, Last()));
         return KeyOutcome::Handled;
     case Key::Home:
         Select(0);
         return KeyOutcome::Handled;
     case Key::End:
-        Select(last);
+        Select(Last());
         return KeyOutcome::Handled;
     default:
         return key.character > L' ' ? SelectByLetter(key.character) : KeyOutcome::NotHandled;

@@ -22,13 +22,13 @@ class ComboBox : public Widget {
     const std::vector<Entry>& Entries() const { return entries_; }
     /// Selects nothing.
     void SetEntries(std::vector<Entry> entries);
-    /// 0-based; -1 is none.
+    /// 0-based; -1 is none: what is not known, or is no choice.
     int Selected() const { return selected_; }
     void SetSelected(int entry);
     /// Data of the selected entry; 0 without one.
     std::int32_t SelectedData() const;
     /// The first entry with that data. A value that the list lacks is added at its end under its own number, so
-    /// that what is stored is shown.
+    /// that what is stored is shown. It goes when the program shows another one: it is no choice for the next object.
     void SelectData(std::int32_t data);
 
     /// Gesture: raises onClick when the selection changes.
@@ -45,8 +45,11 @@ class ComboBox : public Widget {
 
   private:
     KeyOutcome SelectByLetter(wchar_t letter);
+    void Show(int entry);
+    int Last() const { return static_cast<int>(entries_.size()) - 1; }
 
     std::vector<Entry> entries_;
+    bool stranger_ = false; ///< the last entry is a value that the list lacks
     int selected_ = -1;
     int width_ = 0;
     bool dropped_ = false;

@@ -97,6 +97,37 @@ TEST_F(WidgetsTest, ComboRaisesForTheUserAlone) {
 
 TEST_F(WidgetsTest, AnEmptyComboStandsEveryKey) {
     auto& box = root.Add<ComboBox>(L"cbo");
+TEST_F(WidgetsTest, AComboOffersAValueItLacksOnlyWhileItIsShown) {
+    auto& box = root.Add<ComboBox>(L"cbo");
+    const auto texts = [&box] {
+        std::wstring all;
+        for (const ComboBox::Entry& entry : box.Entries())
+            all += entry.text + L" ";
+        return all;
+    };
+    box.SetEntries({{L"None", 0}, {L"First", 5}});
+    box.SelectData(42);
+    box.SelectData(42);
+    EXPECT_EQ(texts(), L"None First 42 ");
+    box.Select(1);
+    EXPECT_EQ(texts(), L"None First 42 ") << "the user may go back to it";
+    EXPECT_EQ(box.SelectedData(), 5);
+    box.SelectData(5);
+    EXPECT_EQ(texts(), L"None First ");
+    EXPECT_EQ(box.SelectedData(), 5);
+    box.SelectData(42);
+    box.SelectData(43);
+    EXPECT_EQ(texts(), L"None First 43 ");
+    EXPECT_EQ(box.SelectedData(), 43);
+    box.SetSelected(-1);
+    EXPECT_EQ(texts(), L"None First ");
+    EXPECT_EQ(box.Selected(), -1) << "no choice";
+    box.SelectData(42);
+    box.SetEntries({{L"None", 0}, {L"Other", 6}});
+    box.SetSelected(0);
+    EXPECT_EQ(texts(), L"None Other ") << "the list's own entries stay";
+}
+
     form.SetFocus(box);
     for (Key key : {Key::Up, Key::Down, Key::Home, Key::End})
         Press(key);
