@@ -39,6 +39,7 @@ class Frame : public Widget {
 
   protected:
     Point ScrollPosition() const override { return scroll_; }
+    bool KeepsPending() const override { return IsPage(); }
 
   private:
     bool groupBox_ = false;

@@ -67,10 +67,24 @@ void MBEdit::Guard(const std::function<void()>& action) {
 }
 
 void MBEdit::SetData(const Bytes& data) {
+    Bytes stored = data;
     core_.SetData(data);
+    stored_ = std::move(stored);
     pending_ = false;
     column_.reset();
     Shown();
+}
+
+void MBEdit::MarkStored() {
+    if (!pending_)
+        return;
+    stored_ = core_.Data();
+    pending_ = false;
+}
+
+void MBEdit::Revert() {
+    if (pending_)
+        SetData(Bytes(stored_));
 }
 
 void MBEdit::SetMaxLength(std::size_t characters) {

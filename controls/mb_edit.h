@@ -111,7 +111,12 @@ class MBEdit : public Widget {
 
     /// The user changed the content since it was set or MarkStored was called.
     bool Pending() const { return pending_; }
-    void MarkStored() { pending_ = false; }
+    void MarkStored();
+    /// Back to what was set or marked last, without a way forth again. Raises onShown alone.
+    void Revert();
+
+  protected:
+    void DropPending() override { Revert(); }
 
   private:
     /// Runs a gesture; a failure is shown under the box's own name.
@@ -130,6 +135,7 @@ class MBEdit : public Widget {
     std::wstring CountText(std::size_t length) const;
 
     MBEditCore core_;
+    Bytes stored_; ///< what was set or marked last
     DropButton* names_ = nullptr;
     Label* count_ = nullptr;
     const LineLayout* layout_ = nullptr;

@@ -141,6 +141,12 @@ void NumberBox::Revert() {
     Show(TextOf(value_));
 }
 
+void NumberBox::DropPending() {
+    // What is right, too: it was not accepted.
+    if (Pending())
+        stored_ ? SetValue(*stored_) : SetUnknown();
+}
+
 void NumberBox::Changed() {
     if (!Valid())
         return;

@@ -63,6 +63,9 @@ class NumberBox : public Widget {
     /// The text was not taken: no number that may stand here.
     std::function<void()> onRefused;
 
+  protected:
+    void DropPending() override;
+
   private:
     static std::wstring TextOf(std::optional<Number> number);
     std::optional<Number> Reading() const;

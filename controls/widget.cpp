@@ -58,8 +58,19 @@ void Widget::SetVisible(bool visible) {
     if (visible && form)
         form->WidgetShown(*this);
     Mirror(Aspect::Visible);
-    if (!visible && form)
+    if (visible)
+        return;
+    DropPendingBelow();
+    if (form)
         form->WidgetUnavailable(*this);
+}
+
+void Widget::DropPendingBelow() {
+    if (KeepsPending())
+        return;
+    DropPending();
+    for (const auto& child : children_)
+        child->DropPendingBelow();
 }
 
 bool Widget::EffectivelyEnabled() const {

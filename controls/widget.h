@@ -82,6 +82,8 @@ class Widget {
 
     bool Visible() const { return visible_; }
     bool EffectivelyVisible() const;
+    /// What was typed into a widget and not stored goes when it is hidden, or something round it that is no page:
+    /// nobody could see what is wrong with it.
     void SetVisible(bool visible);
     bool Enabled() const { return enabled_; }
     /// Own and all ancestors'.
@@ -148,6 +150,10 @@ class Widget {
     bool Interactive() const { return EffectivelyEnabled() && EffectivelyVisible(); }
     void Mirror(Aspect aspect);
     static void MirrorOf(Widget& widget, Aspect aspect) { widget.Mirror(aspect); }
+    /// Puts back what is stored; raises nothing but what displays follow.
+    virtual void DropPending() {}
+    /// For a page: its fields are out of sight while another one is open, not gone.
+    virtual bool KeepsPending() const { return false; }
     /// How far the children are scrolled.
     virtual Point ScrollPosition() const { return {}; }
 
@@ -155,6 +161,7 @@ class Widget {
     friend class Form;
     void Adopt(std::unique_ptr<Widget> child);
     void MirrorEnabledBelow();
+    void DropPendingBelow();
 
     Kind kind_;
     std::wstring name_;

@@ -1,4 +1,6 @@
 #include "controls/combo_box.h"
+#include "controls/mb_edit.h"
+#include "controls/number_box.h"
 #include "controls/output_strip.h"
 #include "controls/tree.h"
 #include "fixture.h"
@@ -95,8 +97,6 @@ TEST_F(WidgetsTest, ComboRaisesForTheUserAlone) {
     EXPECT_EQ(Press(Key::Return), KeyOutcome::Native);
 }
 
-TEST_F(WidgetsTest, AnEmptyComboStandsEveryKey) {
-    auto& box = root.Add<ComboBox>(L"cbo");
 TEST_F(WidgetsTest, AComboOffersAValueItLacksOnlyWhileItIsShown) {
     auto& box = root.Add<ComboBox>(L"cbo");
     const auto texts = [&box] {
@@ -128,6 +128,8 @@ TEST_F(WidgetsTest, AComboOffersAValueItLacksOnlyWhileItIsShown) {
     EXPECT_EQ(texts(), L"None Other ") << "the list's own entries stay";
 }
 
+TEST_F(WidgetsTest, AnEmptyComboStandsEveryKey) {
+    auto& box = root.Add<ComboBox>(L"cbo");
     form.SetFocus(box);
     for (Key key : {Key::Up, Key::Down, Key::Home, Key::End})
         Press(key);
@@ -173,6 +175,63 @@ TEST_F(WidgetsTest, AnUndeterminedCheckIsCheckedByTheFirstClick) {
         EXPECT_FALSE(check.Undetermined());
         EXPECT_EQ(check.Checked(), known);
     }
+}
+
+/// A page with a frame in which something is typed that is not stored.
+struct PendingTest : test::FormFixture {
+    Frame& page = root.Add<Frame>(L"fraCode");
+    Frame& frame = page.Add<Frame>(L"fraOption");
+    NumberBox& number = frame.Add<NumberBox>(L"txtNumber");
+    NumberBox& unknown = frame.Add<NumberBox>(L"txtUnknown");
+    MBEdit& bytes = frame.Add<MBEdit>(L"mbe");
+    PendingTest() {
+        page.SetCaption(kPageMark);
+        number.SetRange(1, 50);
+        number.SetValue(12);
+        unknown.SetUnknown();
+        bytes.SetData({'A'});
+    }
+    void Type(const wchar_t* text) {
+        number.Edit(text);
+        unknown.Edit(text);
+        bytes.TypeText(L"B");
+        form.SetFocus(unknown);
+        for (NumberBox* box : {&number, &unknown})
+            box->onChange = [](NumberBox::Number) { ADD_FAILURE(); };
+        bytes.onChange = [] { ADD_FAILURE(); };
+    }
+    bool Pending() const { return number.Pending() && unknown.Pending() && bytes.Pending(); }
+};
+
+TEST_F(PendingTest, WhatIsHiddenTakesItsStoredValueBack) {
+    for (const wchar_t* text : {L"99", L"13"}) {
+        number.onChange = unknown.onChange = nullptr;
+        bytes.onChange = nullptr;
+        Type(text);
+        ASSERT_TRUE(Pending());
+        frame.SetVisible(false);
+        EXPECT_EQ(number.Text(), L"12");
+        EXPECT_EQ(number.Value(), 12);
+        EXPECT_FALSE(unknown.Known());
+        EXPECT_EQ(bytes.Data(), Bytes{'A'});
+        EXPECT_FALSE(number.Pending() || unknown.Pending() || bytes.Pending());
+        EXPECT_TRUE(number.Commit() && unknown.Commit());
+        frame.SetVisible(true);
+    }
+    number.onChange = nullptr;
+    number.Edit(L"99");
+    number.SetVisible(false);
+    EXPECT_FALSE(number.Pending()) << "itself, too";
+    EXPECT_EQ(platform.boxes.beeps, 0);
+}
+
+TEST_F(PendingTest, APageThatIsLeftDropsNothing) {
+    Type(L"13");
+    page.SetVisible(false);
+    EXPECT_TRUE(Pending());
+    page.SetVisible(true);
+    root.SetVisible(false);
+    EXPECT_TRUE(Pending()) << "nor with all around it";
 }
 
 TEST_F(WidgetsTest, OutputLineSetsChipsApart) {
