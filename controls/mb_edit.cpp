@@ -40,7 +40,7 @@ void MBEdit::Connect() {
     core_.onSelChange = [this] {
         column_.reset();
         Mirror(Aspect::Selection);
-        if (gesture_ && onSelChange)
+        if (onSelChange)
             onSelChange();
     };
     core_.onKeyPress = [this](std::uint16_t& code) {
@@ -266,9 +266,9 @@ void MBEdit::Redo() {
     Guard([&] { core_.Redo(); });
 }
 
-void MBEdit::FocusEntered(bool byKeyboard) {
+void MBEdit::FocusEntered(bool /*byKeyboard*/) {
     core_.EndStep();
-    if (autoSelect_ && byKeyboard)
+    if (autoSelect_)
         Guard([&] { core_.SelectAll(); });
 }
 

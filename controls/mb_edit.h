@@ -43,7 +43,7 @@ class MBEdit : public Widget {
     void SetMultiline(bool several);
     bool Locked() const { return core_.Locked(); }
     void SetLocked(bool locked) { core_.SetLocked(locked); }
-    /// The whole content is selected when the focus comes by keyboard or program.
+    /// The whole content is selected when the focus comes, whatever brings it; a click that does places no caret.
     void SetAutoSelect(bool select) { autoSelect_ = select; }
     bool AutoSelect() const { return autoSelect_; }
     /// Shows the bytes in hexadecimal as the tool tip.
@@ -51,7 +51,7 @@ class MBEdit : public Widget {
     void SetTooltips(bool show);
     std::size_t SelStart() const { return core_.SelStart(); }
     std::size_t SelLength() const { return core_.SelLength(); }
-    /// Both keep to whole tokens.
+    /// All keep to whole tokens, and a move is an event: who displays the caret follows the program's moves as well.
     void SetSelStart(std::size_t start) { SetSelection(start, 0); }
     void SetSelLength(std::size_t length) { SetSelection(SelStart(), length); }
     void SetSelection(std::size_t start, std::size_t length) { core_.Select(start, length); }
@@ -102,7 +102,7 @@ class MBEdit : public Widget {
 
     /// The user changed the content.
     std::function<void()> onChange;
-    /// The user moved caret or selection.
+    /// Caret or selection were moved, by the user or by SetSelection and its like. A new content raises nothing.
     std::function<void()> onSelChange;
     /// Every change, the program's too: for what only displays the content.
     std::function<void()> onShown;

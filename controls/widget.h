@@ -2,7 +2,7 @@
 // A control of the editor, without a window.
 //
 // Widget: owns all state and decides all semantics. A Set... call is programmatic: it changes the state, mirrors it
-//   to the peer and raises no event.
+//   to the peer and raises no event. One exception: MBEdit::SetSelection and its like raise onSelChange.
 // Gesture: what a user does enters through the methods marked "gesture" (Button::Press, ComboBox::Select,
 //   Widget::HandleKey, ...). A gesture is ignored while the widget is not effectively enabled and visible; else it
 //   changes the state, mirrors it and raises the widget's event (on...).
