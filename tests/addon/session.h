@@ -17,21 +17,34 @@ namespace orv::test {
 class RecordedContainer : public addon::Container {
   public:
     void SetVisible(bool on) override {
+        Enter("Container.SetVisible", on);
         visible = on;
         ++visibleCalls;
     }
     void SetEnabled(bool on) override {
+        Enter("Container.SetEnabled", on);
         enabled = on;
         sawDisabled |= !on;
     }
     bool UserMode() override { return userMode; }
-    device::WindowHandle Window() override { return 77; }
+    device::WindowHandle Window() override {
+        if (gate != nullptr)
+            gate->Enter("Container.Window");
+        return 77;
+    }
 
     bool visible = true;
     bool enabled = true;
     bool sawDisabled = false;
     bool userMode = true;
     int visibleCalls = 0;
+    sim::CallGate* gate = nullptr; ///< lists the calls, where there is one
+
+  private:
+    void Enter(std::string_view name, bool on) const {
+        if (gate != nullptr)
+            gate->Enter(name, [on] { return std::wstring(on ? L"on" : L"off"); });
+    }
 };
 
 /// What stands between the component and the bench host, where something does.
