@@ -106,8 +106,10 @@ struct TwoValues : OrderedSession {
         Edit();
     }
     /// The calls of a press, without what is looked up and what is asked of the device.
-    std::string Pressed(const wchar_t* button, std::deque<int> answers) {
+    std::string Pressed(const wchar_t* button, std::deque<int> answers = {}, const char* failing = nullptr) {
         BeginList(std::move(answers));
+        if (failing)
+            gate.FailNamed(failing, 1, kFailure, L"no");
         Press(button);
         return Calls({"Container.", "MessageBoxes.", "MessagePump.", "HostApplication.", "SupportObject.CommitPanel",
                       "SupportObject.ShowProgress", "SupportObject.HideProgress", "Configuration.SetInteractiveMode",
@@ -131,13 +133,16 @@ SupportObject.ShowProgress Saving parameters..., Output Format Addon
                   "MessageBoxes.Show Error: Couldn't save parameters to MIB! MIBSAP Error 311\n" + enabled);
     EXPECT_TRUE(session.addOn->Editor().Modified());
     EXPECT_EQ(session.addOn->GetResult(), 1);
-    EXPECT_EQ(session.Pressed(L"cmdApply", {}),
+    EXPECT_EQ(session.Pressed(L"cmdApply", {}, "ParameterTable.SetValue"),
+              begun + "ParameterTable.SetValue <STX>\nSupportObject.HideProgress\n" + switchOn + enabled +
+                  "MessageBoxes.Show Output Format Addon: AddOnControl.cmdApply_Click -7: no\n");
+    EXPECT_EQ(session.Pressed(L"cmdApply"),
               begun + values +
                   "MessagePump.ProcessPending\nSupportObject.HideProgress\nParameterTable.SetInteractiveMode 1\n" +
                   switchOn + enabled);
     EXPECT_FALSE(session.addOn->Editor().Modified());
     session.Edit();
-    EXPECT_EQ(session.Pressed(L"cmdOK", {}),
+    EXPECT_EQ(session.Pressed(L"cmdOK"),
               "Container.SetEnabled off\nHostApplication.PrepareProgress 0\nParameterTable.SetValue <STX><STX>\n"
               "ParameterTable.SetValue <CR><LF><CR><LF><CR>\n" +
                   enabled + "HostApplication.CloseAddOn\n");
@@ -221,16 +226,20 @@ TEST(ReadOrder, SwitchesTheLevelRoundTheLookUpAlone) {
     EXPECT_EQ(session.Calls(), under3 + "ParameterTable.FindByPath /OutputFormat/Header, 3\nParameterTable.GetValue 0\n"
                                         "Configuration.SetAccessLevel 2\n");
     session.BeginList();
+    EXPECT_EQ(session.access.Read(330, 0, 0), device::Value()) << "hidden, although the host may see it";
+    EXPECT_THAT(session.Calls(), StartsWith("Configuration.AccessLevel\nConfiguration.SetAccessLevel 0\n"));
+    session.BeginList();
     EXPECT_EQ(session.access.Read(999999), device::Value());
     EXPECT_EQ(session.Calls(), "Configuration.AccessLevel\nConfiguration.SetAccessLevel 2\n" + table +
                                    "ParameterTable.FindByNumber 999999\nConfiguration.SetAccessLevel 2\n");
 }
 
-TEST(ReadOrder, PutsTheLevelBackWhateverFails) {
+TEST(ReadOrder, PutsLevelAndDeviceBackWhateverFails) {
     const std::function<void(device::ParameterAccess&)> lookUps[] = {
         [](auto& access) { access.Read(330, 0, 3); },
         [](auto& access) { access.ElementCount(330, 3); },
         [](auto& access) { access.ValueLabel(330, 1, 3); },
+        [](auto& access) { access.ClusterOrDeviceDescription(1); },
     };
     for (const auto& lookUp : lookUps)
         for (int call = 1; call <= 7; ++call) { // the eighth puts the level back
@@ -239,6 +248,7 @@ TEST(ReadOrder, PutsTheLevelBackWhateverFails) {
             session.gate.FailCall(call, kFailure, L"no");
             EXPECT_THROW(lookUp(session.access), Error);
             EXPECT_EQ(session.bench.host.AccessLevel(), 2) << session.Calls();
+            EXPECT_EQ(session.state.current.device, 0) << "left at the device that was described";
         }
 }
 

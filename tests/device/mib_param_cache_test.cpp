@@ -10,7 +10,6 @@ namespace orv::device {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 class CacheTest : public testing::Test {
   protected:
@@ -44,52 +43,9 @@ TEST_F(CacheTest, QueuesOnlyWhatHasAnEntryName) {
     EXPECT_TRUE(cache->Parameters().empty());
 }
 
-TEST_F(CacheTest, GoesThroughASaveStepByStep) {
-    bench.host.SetConfigurationInteractive(true);
-    QueueFive();
-    bench.host.Gate().KeepLog(true);
-    EXPECT_TRUE(cache->Save(true, false));
-    EXPECT_EQ(service->requests.front(), L"connect 0");
-    EXPECT_EQ(service->requests[1], L"start 3 QMVRTK4826");
-    EXPECT_EQ(service->requests.size(), 9U);
-    EXPECT_EQ(service->requests[7], L"end P");
-    EXPECT_EQ(service->requests[8], L"disconnect");
-    EXPECT_THAT(bench.host.Progress().percents,
-                testing::Pointwise(testing::FloatEq(), {20.0F, 40.0F, 60.0F, 80.0F, 100.0F}));
-    EXPECT_EQ(bench.host.Progress().title, L"Output Format Addon");
-    EXPECT_THAT(bench.host.Progress().texts, ElementsAre(L"Saving parameters...", L"Please wait..."));
-    EXPECT_THAT(bench.host.Progress().settled, ElementsAre(7.0F));
-    EXPECT_FALSE(bench.host.Progress().shown);
-
-    std::vector<std::string> calls;
-    for (const auto& call : bench.host.Gate().Log())
-        if (call.name.find("rogress") != std::string::npos || call.name.find("Interactive") != std::string::npos ||
-            call.name == "SupportObject.Settle")
-            calls.push_back(call.name);
-    EXPECT_THAT(calls,
-                ElementsAre("HostApplication.PrepareProgress", "SupportObject.ResetProgress",
-                            "SupportObject.SetProgressOwner", "Configuration.InteractiveMode",
-                            "Configuration.SetInteractiveMode", "SupportObject.ShowProgress",
-                            "SupportObject.SetProgress", "SupportObject.SetProgress", "SupportObject.SetProgress",
-                            "SupportObject.SetProgress", "SupportObject.SetProgress", "SupportObject.SetProgressText",
-                            "SupportObject.Settle", "SupportObject.HideProgress", "ParameterTable.SetInteractiveMode",
-                            "Configuration.SetInteractiveMode"));
-    EXPECT_TRUE(bench.host.ConfigurationInteractive());
-}
-
 TEST_F(CacheTest, EndsTheSessionWithTheModeAskedFor) {
     EXPECT_TRUE(cache->Save(true, true));
     EXPECT_THAT(service->requests, ElementsAre(L"connect 0", L"start 3 QMVRTK4826", L"end V", L"disconnect"));
-}
-
-TEST_F(CacheTest, ANonInteractiveSaveReachesTheConfigurationAlone) {
-    QueueFive();
-    EXPECT_TRUE(cache->Save(false, false));
-    EXPECT_TRUE(service->requests.empty());
-    EXPECT_EQ(bench.host.Store(0, 0)->Get(7), Value(Bytes{13, 10}));
-    EXPECT_EQ(bench.platform.debug.lines.size(), 10U);
-    EXPECT_EQ(bench.host.Progress().showCount, 0);
-    EXPECT_TRUE(bench.host.TableInteractive());
 }
 
 TEST_F(CacheTest, StopsAtTheFirstRefusedWrite) {
@@ -105,27 +61,6 @@ TEST_F(CacheTest, StopsAtTheFirstRefusedWrite) {
     EXPECT_EQ(std::count(service->requests.begin(), service->requests.end(), L"end P"), 0);
     EXPECT_FALSE(bench.host.Progress().shown);
     EXPECT_FALSE(bench.host.TableInteractive()) << "on again only when everything was written";
-}
-
-TEST_F(CacheTest, ConnectionAndSessionFailuresSetTheTransportErrorOnly) {
-    const struct {
-        std::deque<int> answers;
-        bool saved;
-        std::int32_t transport;
-    } cases[] = {
-        {{5, 5, 5, 5, 55}, false, 55},
-        {{0, 66}, false, 66},
-        {{0, 0, 0, 0, 0, 0, 0, 77}, true, 77}, // the end of the session fails, everything was written
-    };
-    QueueFive();
-    for (const auto& c : cases) {
-        bench.state.common->lastTransportError = 0;
-        service->codes = c.answers;
-        EXPECT_EQ(cache->Save(true, false), c.saved);
-        EXPECT_EQ(bench.state.common->lastTransportError, c.transport);
-        EXPECT_EQ(cache->LastSAPError(), 0);
-        EXPECT_FALSE(bench.host.Progress().shown);
-    }
 }
 
 TEST_F(CacheTest, InteractiveModeThatCannotBeLeftEndsTheSaveBeforeAnythingIsSent) {
