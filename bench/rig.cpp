@@ -27,7 +27,7 @@ Rig::Rig(const DeviceSize& deviceSize)
     // The first save may put lengths right; from the second on a save writes what is there already.
     Save();
     const Trace save = Record([&] { Save(); });
-    saveScript_ = ScriptOf(save.calls, root.Plan());
+    saveScript_ = ScriptOf(save.calls, root.Plan().writes);
 }
 
 void Rig::Save() {

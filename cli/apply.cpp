@@ -91,7 +91,7 @@ class Application {
 
     /// How many parameters were written. Raises Failure unless all were, and the session was ended.
     std::size_t Run() {
-        total_ = file_.Model().Plan().size();
+        total_ = file_.Model().Plan().writes.size();
         if (!Save())
             Fail(Stop(file_.Model().LastSave().stoppedAt));
         if (file_.State().common->lastTransportError != 0)
@@ -142,7 +142,9 @@ class Application {
 
 } // namespace
 
-void ApplyToDevice(DeviceFile& file, const ApplyOptions& options, std::ostream& out) {
+void ApplyToDevice(DeviceFile& file, const ApplyOptions& options, std::ostream& out, std::ostream& err) {
+    if (!options.quiet)
+        PrintLeftOut(file, file.Model().Plan().leftOut, err);
     const std::size_t written = Application(file, options).Run();
     if (!options.quiet)
         out << written << " parameters written to " << options.to << '\n';

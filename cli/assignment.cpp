@@ -130,6 +130,7 @@ void Apply(model::OutFormatConfig& model, device::DeviceState& state, const Assi
     try {
         const FieldRef field = Resolve(model, assignment.name);
         std::visit(Setter(field, access, assignment.value, force), field.place);
+        field.stored();
     } catch (const ValueError& error) {
         throw AssignmentError(assignment.name, error.Reason());
     } catch (const Error& error) {

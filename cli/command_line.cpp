@@ -120,7 +120,7 @@ class Program {
             .add_option("-o,--output", options_.output, "File to write, - for standard output")
             ->required();
         DeviceCommand("plan", "Print what a save would write, in order", [this](DeviceFile& file) {
-            PrintPlan(file, streams_.out);
+            PrintPlan(file, streams_.out, streams_.err);
             return status::kDone;
         });
         CLI::App& diff = Command("diff", "Print the values that differ between two description files",
@@ -131,7 +131,7 @@ class Program {
 
     void DeclareWriters() {
         CLI::App& set = DeviceCommand("set", "Change fields and write the description file", [this](DeviceFile& file) {
-            SetFields(file, options_.assignments, options_.output, options_.force);
+            SetFields(file, options_.assignments, options_.output, options_.force, streams_.err);
             return status::kDone;
         });
         set.add_option("NAME=VALUE", options_.assignments,
@@ -142,7 +142,7 @@ class Program {
         CLI::App& apply = DeviceCommand("apply", "Save to a running device", [this](DeviceFile& file) {
             options_.apply.timeout = std::chrono::seconds(options_.timeout);
             options_.apply.progress = streams_.errIsTerminal && !options_.apply.quiet ? &streams_.err : nullptr;
-            ApplyToDevice(file, options_.apply, streams_.out);
+            ApplyToDevice(file, options_.apply, streams_.out, streams_.err);
             return status::kDone;
         });
         apply.add_option("--to", options_.apply.to, "HOST:PORT; HOST is a numeric address or localhost")->required();

@@ -102,6 +102,8 @@ class Comparison {
     std::wstring Shown(const device::Value* value, const device::Value* other) {
         if (value == nullptr)
             return L"(absent)";
+        if (std::holds_alternative<std::monostate>(*value))
+            return L"(no value)";
         const bool sameType = other == nullptr || value->index() == other->index();
         return (sameType ? L"" : TypeName(device::TypeOf(*value)) + L" ") + DisplayValue(*value, access_);
     }

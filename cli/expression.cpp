@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "cli/values.h"
-#include "model/expression_tokenizer.h"
+#include "model/expression_fault.h"
 
 namespace orv::cli {
 namespace {
@@ -47,32 +47,15 @@ void HandStringsOver(std::vector<OldGroup> old, model::Groups& groups) {
     }
 }
 
-/// Whether something can follow `prefix` so that the whole parses.
-bool CanGoOn(std::wstring_view prefix) {
-    model::Groups scratch;
-    for (const wchar_t* rest : {L"", L"1", L"]", L"1]"})
-        if (scratch.ParseExpression(std::wstring(prefix) + rest))
-            return true;
-    return false;
-}
-
 } // namespace
 
 std::wstring ExpressionFault(std::wstring_view expression) {
-    if (model::Groups().ParseExpression(expression))
+    const auto fault = model::FindFault(expression);
+    if (!fault)
         return {};
-    std::vector<std::wstring_view> tokens;
-    model::ExpressionTokenizer tokenizer(expression);
-    for (std::wstring_view token = tokenizer.Next().text; !token.empty(); token = tokenizer.Next().text)
-        tokens.push_back(token);
-    // No text that cannot go on becomes better by going on.
-    const auto wrong = std::partition_point(tokens.begin(), tokens.end(), [&](std::wstring_view token) {
-        return CanGoOn(expression.substr(0, static_cast<std::size_t>(token.data() + token.size() - expression.data())));
-    });
-    if (wrong == tokens.end())
+    if (fault->token.empty())
         return L"it ends too early";
-    return L"character " + std::to_wstring(wrong->data() - expression.data() + 1) + L", \"" + std::wstring(*wrong) +
-           L"\"";
+    return L"character " + std::to_wstring(fault->character) + L", \"" + fault->token + L"\"";
 }
 
 void SetExpression(model::Codes& codes, const std::wstring& expression) {
@@ -81,6 +64,7 @@ void SetExpression(model::Codes& codes, const std::wstring& expression) {
     std::vector<OldGroup> old = Remember(codes.Groups());
     codes.Groups().ParseExpression(expression);
     HandStringsOver(std::move(old), codes.Groups());
+    codes.GroupsChanged();
 }
 
 } // namespace orv::cli

@@ -1,5 +1,7 @@
 #include "cli/fields.h"
 
+#include <utility>
+
 #include "cli/values.h"
 
 namespace orv::cli {
@@ -12,6 +14,14 @@ std::wstring Indexed(const std::wstring& name, std::int32_t index) {
 }
 
 template <typename Class>
+FieldRef Ref(std::wstring name, const model::Field<Class>& row, int part, Class& object, std::int32_t element,
+             Place place) {
+    const int cell = model::CellOf(row) + part;
+    return {std::move(name), row.parameter + part,           element, row.type,
+            place,           &std::as_const(object).Marks(), cell,    [&object, cell] { object.Stored(cell); }};
+}
+
+template <typename Class>
 void Append(Section& section, Class& object, std::int32_t element) {
     for (const model::Field<Class>& row : Class::Fields())
         std::visit(
@@ -20,9 +30,9 @@ void Append(Section& section, Class& object, std::int32_t element) {
                 if constexpr (std::is_same_v<decltype(member), model::SevenFlags Class::*>) {
                     for (int i = 0; i < model::SevenFlags::kCount; ++i)
                         section.fields.push_back(
-                            {Indexed(row.name, i), row.parameter + i, element, row.type, SwitchField{&property, i}});
+                            Ref(Indexed(row.name, i), row, i, object, element, SwitchField{&property, i}));
                 } else {
-                    section.fields.push_back({row.name, row.parameter, element, row.type, &property});
+                    section.fields.push_back(Ref(row.name, row, 0, object, element, &property));
                 }
             },
             row.member);
@@ -41,7 +51,8 @@ Section RootSection(OutFormatConfig& model) {
     Section section = SectionOf(L"", model, 0);
     for (int i = 0; i < model::kCustomCodeIDCount; ++i)
         section.fields.push_back({Indexed(L"CustomCodeID", i), model::kFirstCustomCodeIDParameter + i, 0,
-                                  device::WireType::ByteArray, CustomCodeField{&model, i}});
+                                  device::WireType::ByteArray, CustomCodeField{&model, i},
+                                  &std::as_const(model).Marks(), OutFormatConfig::CustomCodeCell(i), [] {}});
     return section;
 }
 

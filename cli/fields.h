@@ -1,6 +1,7 @@
 #pragma once
 // The model's fields by name: every object's own table, with where each field stands on the device.
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <variant>
@@ -35,6 +36,11 @@ struct FieldRef {
     std::int32_t element;
     device::WireType type;
     Place place;
+    const model::ReadMarks* marks; ///< of the object
+    int cell;                      ///< of the field in them
+    std::function<void()> stored;  ///< to be called behind each change
+
+    bool IsRead() const { return !marks->Has(cell); }
 };
 
 /// One object of the model and its fields, in the order of its table.

@@ -59,7 +59,8 @@ void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
 
 } // namespace
 
-void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const std::string& target, bool force) {
+void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const std::string& target, bool force,
+               std::ostream& err) {
     std::vector<Assignment> assignments;
     assignments.reserve(texts.size());
     for (const std::string& text : texts)
@@ -71,6 +72,7 @@ void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const st
     file.Model().Save(false);
     RequireKept(file, expected);
     sim::SaveDescription(file.Contents(), std::filesystem::u8path(target));
+    PrintLeftOut(file, file.Model().LastSave().leftOut, err);
 }
 
 } // namespace orv::cli

@@ -48,11 +48,20 @@ class TextPrinter {
             Print(child);
     }
 
-    std::wstring Shown(const FieldRef& field) { return DisplayValue(FieldValue(field), access_); }
+    /// Nothing for what was never read, while the device has it at this level.
+    bool IsUnread(const FieldRef& field) { return !field.IsRead() && AbsenceNote(field, access_).empty(); }
+
+    std::wstring Shown(const FieldRef& field) {
+        return IsUnread(field) ? std::wstring() : DisplayValue(FieldValue(field), access_);
+    }
 
     std::wstring Note(const FieldRef& field) {
         if (std::wstring absence = AbsenceNote(field, access_); !absence.empty())
             return absence;
+        if (!field.IsRead()) {
+            const std::wstring failure = field.marks->Failure(field.cell);
+            return failure.empty() ? L"not read" : L"not read: " + failure;
+        }
         if (const auto* custom = std::get_if<CustomCodeField>(&field.place))
             return model_.CustomCodeIDDefined(custom->index) ? L"" : L"never defined";
         if (const auto* expression = std::get_if<ExpressionField>(&field.place))

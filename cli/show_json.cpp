@@ -57,14 +57,18 @@ class JsonPrinter {
 
     ordered_json Slot(const DefinitionNode& slot) {
         ordered_json object = Node(slot);
-        object["symbology"] = ToUtf8(model_.Codes().CodeDescription(object["CodeType"].get<std::int32_t>() & 0xFF));
+        object["symbology"] = nullptr;
+        if (const ordered_json& type = object["CodeType"]; !type.is_null())
+            object["symbology"] = ToUtf8(model_.Codes().CodeDescription(type.get<std::int32_t>() & 0xFF));
         return object;
     }
 
     ordered_json Format(const DefinitionNode& format) {
         ordered_json object = Node(format);
         object["transportNames"] = ordered_json::array();
-        for (const std::wstring& name : TransportNames(model_, object["Transports"].get<std::int32_t>()))
+        const ordered_json& transports = object["Transports"];
+        const std::int32_t mask = transports.is_null() ? 0 : transports.get<std::int32_t>();
+        for (const std::wstring& name : TransportNames(model_, mask))
             object["transportNames"].push_back(ToUtf8(name));
         object["OutItems"] = ordered_json::array();
         for (const DefinitionNode& item : format.children) {
@@ -91,6 +95,8 @@ class JsonPrinter {
     }
 
     ordered_json Value(const FieldRef& field) {
+        if (!field.IsRead() && AbsenceNote(field, access_).empty())
+            return nullptr;
         if (const auto* custom = std::get_if<CustomCodeField>(&field.place))
             if (!model_.CustomCodeIDDefined(custom->index))
                 return nullptr;

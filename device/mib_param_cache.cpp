@@ -1,5 +1,7 @@
 #include "device/mib_param_cache.h"
 
+#include <algorithm>
+
 #include "device/mibsap_monitor.h"
 #include "platform/guarded.h"
 #include "text/texts.h"
@@ -18,11 +20,14 @@ constexpr float kSettleValue = 7.0F;
 
 } // namespace
 
-MIBParamCache::MIBParamCache(DeviceState& state) : state_(state), access_(state), target_(state.current) {}
+MIBParamCache::MIBParamCache(DeviceState& state, Keeps keeps)
+    : state_(state), access_(state), target_(state.current), keeps_(keeps) {}
 
 void MIBParamCache::Clear() {
     entries_.clear();
     queue_.clear();
+    leftOut_.clear();
+    withoutEntry_.clear();
     target_ = state_.current;
 }
 
@@ -32,6 +37,8 @@ void MIBParamCache::Reserve(std::size_t count, std::size_t characters) {
 }
 
 void MIBParamCache::Add(std::int32_t number, WireType type, Value value, std::int16_t element) {
+    if (keeps_ == Keeps::WhatIsLeftOut)
+        return;
     const std::wstring entry = access_.EntryName(number, element, target_);
     if (entry.empty())
         return;
@@ -42,6 +49,22 @@ void MIBParamCache::Add(std::int32_t number, WireType type, Value value, std::in
         queue_.pop_back();
         throw;
     }
+}
+
+void MIBParamCache::LeaveOut(LeftOut::Why why, std::int32_t number, std::int16_t element, std::wstring reason) {
+    // Most of what is marked lies above the level: for all items of a format it is asked once.
+    if (std::find(withoutEntry_.begin(), withoutEntry_.end(), number) != withoutEntry_.end())
+        return;
+    std::wstring entry;
+    try {
+        entry = access_.EntryName(number, element, target_);
+    } catch (const Error&) { // an element that does not exist is one that was never read
+        entry = std::to_wstring(number) + L"[" + std::to_wstring(element) + L"]";
+    }
+    if (entry.empty())
+        withoutEntry_.push_back(number);
+    else
+        leftOut_.push_back({why, number, element, std::move(entry), std::move(reason)});
 }
 
 std::wstring_view MIBParamCache::EntryOf(std::size_t position) const {
@@ -60,6 +83,7 @@ std::vector<MIBParameter> MIBParamCache::Parameters() const {
 bool MIBParamCache::Save(bool interactive, bool validate) {
     written_ = 0;
     stoppedAt_.clear();
+    endError_ = 0;
     if (!state_.application)
         throw Error(error_number::kObjectNotSet);
     state_.application->PrepareProgress(0);
@@ -148,7 +172,7 @@ bool MIBParamCache::Commit(bool validate) {
             if (allWritten) {
                 support.SetProgressText(Load(Id::PleaseWait));
                 if (!monitor.EndSession(validate ? L"V" : L"P"))
-                    state_.common->lastTransportError = monitor.LastError();
+                    state_.common->lastTransportError = endError_ = monitor.LastError();
             }
         }
         support.Settle(kSettleValue);

@@ -19,11 +19,29 @@ struct MIBParameter {
     Value value;
 };
 
+/// A parameter of the device that a save does not write.
+struct LeftOut {
+    enum class Why {
+        NotRead,     ///< nobody saw its value
+        LengthStays, ///< a fixed length that cannot be written as minimum and maximum
+        NoPlace,     ///< the device contradicts itself: it has no element for it
+    };
+
+    Why why = Why::NotRead;
+    std::int32_t number = 0;
+    std::int16_t element = 0;
+    std::wstring entry;  ///< empty when it has no place
+    std::wstring reason; ///< of NoPlace: what has none
+};
+
 /// Keeps the target that was current when it was made or cleared, so that a host which changes the device index in
 /// mid-save does no harm.
 class MIBParamCache {
   public:
-    explicit MIBParamCache(DeviceState& state);
+    enum class Keeps { Everything, WhatIsLeftOut };
+
+    /// One that keeps only what is left out queues nothing, and asks the host for nothing on the way.
+    explicit MIBParamCache(DeviceState& state, Keeps keeps = Keeps::Everything);
 
     /// Queues element `element` of a parameter; one without an entry name is silently not queued. Converts `value`
     /// to `type`: raises 6 or 13 when it cannot.
@@ -34,6 +52,16 @@ class MIBParamCache {
     /// parameter was written.
     bool Save(bool interactive, bool validate);
     void Clear();
+    /// Notes what is not queued. Nothing is noted of a parameter that has no entry name, as none would be queued.
+    void LeaveOut(LeftOut::Why why, std::int32_t number, std::int16_t element, std::wstring reason);
+    void LeaveOutForWantOfPlace(std::wstring what) {
+        leftOut_.push_back({LeftOut::Why::NoPlace, 0, 0, {}, std::move(what)});
+    }
+    const std::vector<LeftOut>& WhatIsLeftOut() const { return leftOut_; }
+    /// Whether Add would queue it.
+    bool HasEntry(std::int32_t number, std::int16_t element) {
+        return !access_.EntryName(number, element, target_).empty();
+    }
 
     std::int32_t LastSAPError() const { return lastSapError_; }
     std::vector<MIBParameter> Parameters() const;
@@ -42,6 +70,8 @@ class MIBParamCache {
     /// How many were written by the last Save, and the entry it stopped at (empty when none failed).
     std::size_t WrittenCount() const { return written_; }
     const std::wstring& StoppedAt() const { return stoppedAt_; }
+    /// Code with which the device refused to end the last Save's session; 0 when it did not.
+    std::int32_t EndError() const { return endError_; }
 
   private:
     struct Queued {
@@ -65,6 +95,10 @@ class MIBParamCache {
     std::int32_t lastSapError_ = 0;
     std::size_t written_ = 0;
     std::wstring stoppedAt_;
+    std::int32_t endError_ = 0;
+    Keeps keeps_;
+    std::vector<LeftOut> leftOut_;
+    std::vector<std::int32_t> withoutEntry_; ///< numbers that are known to have no entry name
 };
 
 } // namespace orv::device

@@ -61,12 +61,24 @@ std::wstring ParameterAccess::ReadString(const ParameterId& id, std::int16_t ele
 
 std::wstring ParameterAccess::ReadByteString(const ParameterId& id, std::int16_t element,
                                              std::optional<std::int32_t> accessLevel) {
-    return BytesToString(ToBytes(Read(id, element, accessLevel)));
+    return AsByteString(Read(id, element, accessLevel));
 }
 
 std::wstring ParameterAccess::ReadText(const ParameterId& id, std::int16_t element,
                                        std::optional<std::int32_t> accessLevel) {
-    return ToText(Read(id, element, accessLevel));
+    return AsText(Read(id, element, accessLevel));
+}
+
+// A text may come as its bytes and bytes as their text: which of the two a host hands out is the host's affair.
+std::wstring ParameterAccess::AsText(Value value) {
+    const auto* bytes = std::get_if<Bytes>(&value);
+    return bytes != nullptr ? BytesToString(*bytes) : ToText(std::move(value));
+}
+
+std::wstring ParameterAccess::AsByteString(Value value) {
+    if (auto* text = std::get_if<std::wstring>(&value))
+        return std::move(*text);
+    return BytesToString(ToBytes(std::move(value)));
 }
 
 Bytes ParameterAccess::StringToBytes(const std::wstring& text) {
@@ -116,6 +128,8 @@ std::wstring ParameterAccess::ByteToDisplayText(std::uint8_t byte, bool brackets
 }
 
 std::wstring ParameterAccess::BytesToDisplayText(const Value& value, BytesForm form) {
+    if (const auto* text = std::get_if<std::wstring>(&value))
+        return BytesToDisplayText(StringToBytes(*text), form);
     const auto* bytes = std::get_if<Bytes>(&value);
     if (bytes == nullptr)
         return L"????";

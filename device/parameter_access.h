@@ -39,6 +39,11 @@ class ParameterAccess {
     std::wstring ReadText(const ParameterId& id, std::int16_t element = 0,
                           std::optional<std::int32_t> accessLevel = {});
 
+    /// The two conversions of an answer: the value as text, bytes through the code page; the bytes through the code
+    /// page, a text as it is. Raise 6 or 13.
+    std::wstring AsText(Value value);
+    std::wstring AsByteString(Value value);
+
     Bytes StringToBytes(const std::wstring& text);
     std::wstring BytesToString(const Bytes& bytes);
 
@@ -53,7 +58,7 @@ class ParameterAccess {
     std::wstring ClusterOrDeviceDescription(std::int16_t device);
 
     std::wstring ByteToDisplayText(std::uint8_t byte, bool brackets, bool nameSpace);
-    /// "????" for a value that is not a byte array.
+    /// "????" for a value that is neither a byte array nor a text.
     std::wstring BytesToDisplayText(const Value& value, BytesForm form);
     static Bytes HexTextToBytes(const std::wstring& digits);
 

@@ -3,14 +3,12 @@
 #include <algorithm>
 
 #include "model/out_format_config.h"
-#include "text/texts.h"
+#include "text/filled.h"
 
 namespace orv::model {
 namespace {
 
 using enum device::WireType;
-
-enum Parameter : std::int32_t { kItemCount = 349, kMaxItemsCount = 350 };
 
 // The transports (341) stand behind the filler, on purpose. Beside the table: a load ends with 350, 349 and the items,
 // a save begins with the items and 349.
@@ -48,30 +46,52 @@ std::int16_t AdvancedFormat::Element() const {
     return device::CheckedInt16(std::int64_t{index_} - 1);
 }
 
-std::int16_t AdvancedFormat::ItemElement(const OutItem& item, std::int32_t itemSlots) const {
-    return device::CheckedInt16((std::int64_t{index_} - 1) * itemSlots + item.Index() - 1);
+std::int16_t AdvancedFormat::ElementOf(const OutItem& item) const {
+    return device::CheckedInt16((std::int64_t{index_} - 1) * itemSlots_ + item.Index() - 1);
 }
 
 bool AdvancedFormat::Load(std::int32_t itemSlots) {
     device::ParameterAccess access(state_);
+    itemSlots_ = itemSlots;
     for (const auto& field : kFields)
         LoadField(field, *this, access, {Element(), {}});
-    maxItemsCount_(device::ToInt16(access.Read(kMaxItemsCount)));
-    const std::int16_t count = device::ToInt16(access.Read(kItemCount, Element()));
+    ReadCell(
+        kMaxItemsCountCell, [&] { return access.Read(kMaxItemsCount); },
+        [&](const device::Value& value) { maxItemsCount_ = device::ToInt16(value); });
+    std::int16_t count = 0;
+    ReadCell(
+        kItemCountCell, [&] { return access.Read(kItemCount, Element()); },
+        [&](const device::Value& value) { count = device::ToInt16(value); });
+    LoadItems(access, count);
+    return true;
+}
+
+void AdvancedFormat::LoadItems(device::ParameterAccess& access, std::int16_t count) {
     outItems_.Clear();
     outItems_.Reserve(std::max<std::int32_t>(count, 0));
     for (std::int32_t j = 1; j <= count; ++j) {
         OutItem& item = outItems_.Create(static_cast<std::int16_t>(j), Numbered(L"Item", j));
-        item.Load(access, ItemElement(item, itemSlots));
+        if (HasPlace(item))
+            item.Load(access, ElementOf(item));
+        else // what stands there is another format's
+            item.MarkAll();
     }
-    return true;
 }
 
-void AdvancedFormat::Save(device::MIBParamCache& cache, std::int32_t itemSlots) const {
+void AdvancedFormat::Save(device::MIBParamCache& cache) const {
     device::ParameterAccess access(state_);
     for (const OutItem& item : outItems_)
-        item.Save(access, cache, ItemElement(item, itemSlots));
-    cache.Add(kItemCount, Int16, state_.Support().Minimum(outItems_.Count(), maxItemsCount_()), Element());
+        if (HasPlace(item))
+            item.Save(access, cache, ElementOf(item));
+        else
+            cache.LeaveOutForWantOfPlace(
+                text::Filled(text::Id::ItemWithoutPlace,
+                             {{L"item", std::to_wstring(item.Index())}, {L"format", std::to_wstring(index_)}}));
+    if (ItemCountIsRead())
+        cache.Add(kItemCount, Int16, state_.Support().Minimum(outItems_.Count(), maxItemsCount_), Element());
+    else
+        LeaveOutNotRead(cache, kItemCount, Element(), Marks(),
+                        Marks().Has(kItemCountCell) ? kItemCountCell : kMaxItemsCountCell);
     for (const auto& field : kFields)
         SaveField(field, *this, access, cache, Element());
 }

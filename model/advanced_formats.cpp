@@ -35,7 +35,7 @@ bool AdvancedFormats::Load() {
 
 void AdvancedFormats::Save(device::MIBParamCache& cache) const {
     for (const AdvancedFormat& format : formats_)
-        format.Save(cache, itemSlots_);
+        format.Save(cache);
 }
 
 } // namespace orv::model

@@ -38,6 +38,10 @@ const Field<CodeDef> kFields[] = {
     {L"MaxicodeEnable", 3013, Int16, &CodeDef::MaxicodeEnable},
 };
 
+const Field<CodeDef>& kMinLength = kFields[2];
+const Field<CodeDef>& kMaxLength = kFields[3];
+const Field<CodeDef>& kLength = kFields[4];
+
 } // namespace
 
 std::span<const Field<CodeDef>> CodeDef::Fields() {
@@ -67,12 +71,34 @@ void CodeDef::SetLength(std::int16_t length, std::int16_t minimum, std::int16_t 
         MaxLength(maximum);
 }
 
+void CodeDef::ChooseLength(std::int16_t length, std::int16_t minimum, std::int16_t maximum) {
+    SetLength(length, minimum, maximum);
+    Marked::Stored(CellOf(kLength));
+    if (length > 0 || minimum > 0)
+        Marked::Stored(CellOf(kMinLength));
+    if (length > 0 || maximum > 0)
+        Marked::Stored(CellOf(kMaxLength));
+}
+
+void CodeDef::Stored(int cell) {
+    Marked::Stored(cell);
+    if (cell != CellOf(kLength) || Length() <= 0)
+        return;
+    if (Marks().Has(CellOf(kMinLength)))
+        MinLength(Length());
+    if (Marks().Has(CellOf(kMaxLength)))
+        MaxLength(Length());
+    Marked::Stored(CellOf(kMinLength));
+    Marked::Stored(CellOf(kMaxLength));
+}
+
 std::int16_t CodeDef::Element() const {
     return device::CheckedInt16(std::int64_t{index_} - 1);
 }
 
 bool CodeDef::Load() {
     device::ParameterAccess access(state_);
+    OwnMarks().SetAll(RowCells<CodeDef>());
     try {
         for (const auto& field : kFields)
             LoadField(field, *this, access, {Element(), kCodesAccessLevel});
@@ -82,11 +108,36 @@ bool CodeDef::Load() {
     }
 }
 
-void CodeDef::Save(device::MIBParamCache& cache) {
-    SetLength(Length(), MinLength(), MaxLength());
+bool CodeDef::KeepsLength(device::MIBParamCache& cache) const {
+    if (Length() <= 0)
+        return false;
+    const auto isWritten = [&](const Field<CodeDef>& row) {
+        return !Marks().Has(CellOf(row)) && cache.HasEntry(row.parameter, Element());
+    };
+    return !isWritten(kMinLength) || !isWritten(kMaxLength);
+}
+
+void CodeDef::Normalise(device::MIBParamCache& cache) {
+    if (!KeepsLength(cache))
+        SetLength(Length(), MinLength(), MaxLength());
+}
+
+void CodeDef::Save(device::MIBParamCache& cache) const {
     device::ParameterAccess access(state_);
-    for (const auto& field : kFields)
-        SaveField(field, *this, access, cache, Element());
+    const bool keepsLength = KeepsLength(cache);
+    const bool isFixed = Length() > 0 && !keepsLength;
+    for (const auto& field : kFields) {
+        // The normal form of a fixed length: minimum = maximum, and 0.
+        if (&field == &kLength && keepsLength)
+            cache.LeaveOut(device::LeftOut::Why::LengthStays, field.parameter, Element(),
+                           text::Load(text::Id::FixedLengthStays));
+        else if (&field == &kLength && !Marks().Has(CellOf(field)))
+            cache.Add(field.parameter, field.type, std::int16_t{0}, Element());
+        else if (isFixed && (&field == &kMinLength || &field == &kMaxLength))
+            cache.Add(field.parameter, field.type, Length(), Element());
+        else
+            SaveField(field, *this, access, cache, Element());
+    }
 }
 
 } // namespace orv::model

@@ -15,7 +15,7 @@ inline constexpr std::int32_t kCodesAccessLevel = 3;
 /// Label of a code-type value, as the device enumerates it; empty when it does not. Raises 6 (overflow) outside 0..255.
 std::wstring SymbologyLabel(device::DeviceState& state, std::int32_t codeType);
 
-class CodeDef {
+class CodeDef : public Marked {
   public:
     /// `index` is the 1-based slot number.
     CodeDef(device::DeviceState& state, std::int16_t index) : state_(state), index_(index) {}
@@ -56,11 +56,19 @@ class CodeDef {
     /// A fixed length is kept as minimum = maximum; `Length` is 0 afterwards. Without a fixed length, a minimum or
     /// maximum of 0 or less leaves the field unchanged.
     void SetLength(std::int16_t length, std::int16_t minimum, std::int16_t maximum);
+    /// The same as the user's choice.
+    void ChooseLength(std::int16_t length, std::int16_t minimum, std::int16_t maximum);
+    /// A fixed length stands in three parameters, so whoever gives one gives them all.
+    void Stored(int cell);
 
     /// False when a read failed; what was read until then stays.
     bool Load();
-    /// Queues the slot. Normalises the lengths first.
-    void Save(device::MIBParamCache& cache);
+    /// Normalises the lengths, as a save does before it queues the slot.
+    void Normalise(device::MIBParamCache& cache);
+    /// Queues the slot in its normal form.
+    void Save(device::MIBParamCache& cache) const;
+    /// A fixed length that stays on the device as it is, because minimum or maximum cannot be written beside it.
+    bool KeepsLength(device::MIBParamCache& cache) const;
 
     static std::span<const Field<CodeDef>> Fields();
 

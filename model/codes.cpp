@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "model/expression_fault.h"
+#include "text/filled.h"
+
 namespace orv::model {
 namespace {
 
@@ -13,6 +16,15 @@ const Field<Group> kGroupFields[] = {
     {L"NoReadString", 17, ByteArray, &Group::NoReadString, ReadAs::String},
     {L"MultipleReadString", 327, ByteArray, &Group::MultipleReadString, ReadAs::String},
 };
+
+/// Why an expression is kept as the device gave it.
+std::wstring ExpressionReason(const std::wstring& expression) {
+    const auto fault = FindFault(expression);
+    if (!fault || fault->token.empty())
+        return text::Filled(text::Id::ExpressionKeptToEnd, {{L"expression", expression}});
+    return text::Filled(text::Id::ExpressionKept,
+                        {{L"expression", expression}, {L"character", std::to_wstring(fault->character)}});
+}
 
 std::int16_t ElementOf(const Group& group) {
     return device::CheckedInt16(std::int64_t{group.Index()} - 1);
@@ -34,6 +46,18 @@ std::span<const Field<Codes>> Codes::Fields() {
         {L"MultiReadString", 16, ByteArray, &Codes::MultiReadString, ReadAs::String},
     };
     return fields;
+}
+
+bool Codes::ExpressionIsRead() const {
+    return !Marks().Has(CellOf(&Codes::expression_));
+}
+
+std::wstring Codes::KeptExpression() const {
+    return ExpressionIsRead() ? std::wstring() : expression_();
+}
+
+void Codes::GroupsChanged() {
+    Stored(CellOf(&Codes::expression_));
 }
 
 std::int32_t Codes::EnabledCount() const {
@@ -72,8 +96,11 @@ void Codes::LoadSlots() {
 }
 
 void Codes::LoadGroups() {
-    if (!groups_.ParseExpression(expression_()))
+    if (!groups_.ParseExpression(expression_())) {
+        OwnMarks().Ask(CellOf(&Codes::expression_));
+        groups_.MaxCount(0);
         return;
+    }
     device::ParameterAccess access(state_);
     groups_.MaxCount(device::CheckedInt16(access.ElementCount(kGroupFields[0].parameter, kCodesAccessLevel)));
     for (Group& group : groups_)
@@ -81,17 +108,65 @@ void Codes::LoadGroups() {
             LoadField(field, group, access, {ElementOf(group), kCodesAccessLevel});
 }
 
-void Codes::Save(device::MIBParamCache& cache) {
-    expression_(groups_.GetExpression(false));
+void Codes::Normalise(device::MIBParamCache& cache) {
+    if (ExpressionIsRead())
+        expression_(groups_.GetExpression(false));
+    for (CodeDef& code : slots_)
+        code.Normalise(cache);
+}
+
+void Codes::Save(device::MIBParamCache& cache) const {
+    SaveSettings(cache);
+    for (const CodeDef& code : slots_)
+        code.Save(cache);
+    SaveGroups(cache);
+}
+
+void Codes::SaveSettings(device::MIBParamCache& cache) const {
     device::ParameterAccess access(state_);
     for (const auto& field : Fields())
-        if (field.parameter != kExpression || Combination() == kCombinationByExpression)
+        if (field.parameter != kExpression)
             SaveField(field, *this, access, cache, 0);
-    for (CodeDef& code : slots_)
-        code.Save(cache);
+        else
+            SaveExpression(cache);
+}
+
+void Codes::SaveExpression(device::MIBParamCache& cache) const {
+    const auto& row = Fields()[1];
+    if (Combination() != kCombinationByExpression)
+        return;
+    if (ExpressionIsRead())
+        cache.Add(row.parameter, row.type, groups_.GetExpression(false));
+    else if (KeptExpression().empty())
+        LeaveOutNotRead(cache, row.parameter, 0, Marks(), CellOf(row));
+    else
+        cache.LeaveOut(device::LeftOut::Why::NotRead, row.parameter, 0, ExpressionReason(KeptExpression()));
+}
+
+void Codes::SaveGroups(device::MIBParamCache& cache) const {
+    device::ParameterAccess access(state_);
     for (const Group& group : groups_)
+        SaveGroup(group, access, cache);
+}
+
+void Codes::SaveGroup(const Group& group, device::ParameterAccess& access, device::MIBParamCache& cache) const {
+    const auto withoutPlace = [&] {
+        cache.LeaveOutForWantOfPlace(
+            text::Filled(text::Id::GroupWithoutPlace, {{L"group", std::to_wstring(group.Index())}}));
+    };
+    if (!groups_.HasPlace(group)) {
+        withoutPlace();
+        return;
+    }
+    try {
         for (const auto& field : kGroupFields)
             SaveField(field, group, access, cache, ElementOf(group));
+    } catch (const Error& error) {
+        // The device holds fewer strings of the one sort than of the other.
+        if (error.Number() != error_number::kSubscript)
+            throw;
+        withoutPlace();
+    }
 }
 
 } // namespace orv::model

@@ -14,7 +14,7 @@ namespace orv::model {
 /// The value of `Combination` that joins codes by an expression; the others are the device's.
 inline constexpr std::int32_t kCombinationByExpression = 2;
 
-class Codes {
+class Codes : public Marked {
   public:
     explicit Codes(device::DeviceState& state) : state_(state) {}
     Codes(const Codes&) = delete;
@@ -51,21 +51,36 @@ class Codes {
     void Remove(std::int32_t position) { slots_.Take(position); }
     void Remove(const std::wstring& key) { slots_.Take(key); }
 
-    /// Reads the settings, then every slot, then the groups. A slot whose load fails is kept with what it had read.
+    /// Reads the settings, then every slot, then the groups. A slot whose load fails is kept with what it had read. An
+    /// expression that does not parse counts as not read.
     bool Load();
-    /// Queues the same.
-    void Save(device::MIBParamCache& cache);
+    /// What the device holds when its expression does not parse; it stays there until the groups are the user's. Else
+    /// empty.
+    std::wstring KeptExpression() const;
+    bool ExpressionIsRead() const;
+    /// The groups are the user's now, and so is the expression.
+    void GroupsChanged();
+
+    /// Puts expression and slots into the form that a save writes.
+    void Normalise(device::MIBParamCache& cache);
+    /// Queues the same that Load reads.
+    void Save(device::MIBParamCache& cache) const;
+    /// Parts of it: what belongs to all codes, the expression among it, and the groups' strings.
+    void SaveSettings(device::MIBParamCache& cache) const;
+    void SaveExpression(device::MIBParamCache& cache) const;
+    void SaveGroups(device::MIBParamCache& cache) const;
 
     static std::span<const Field<Codes>> Fields();
 
   private:
     void LoadSlots();
     void LoadGroups();
+    void SaveGroup(const Group& group, device::ParameterAccess& access, device::MIBParamCache& cache) const;
 
     device::DeviceState& state_;
     model::Groups groups_;
     KeyedCollection<CodeDef> slots_;
-    Property<std::wstring> expression_; ///< in device form
+    Property<std::wstring> expression_; ///< of the last load or save; what is written is made from the groups
 };
 
 } // namespace orv::model

@@ -16,7 +16,7 @@ inline constexpr std::int32_t kJoinedByOr = -1;
 inline constexpr std::int32_t kJoinedByXor = 0;
 inline constexpr std::int32_t kJoinUndecided = -2;
 
-class Group {
+class Group : public Marked {
   public:
     /// The list of codes lives in `memory`, which must outlive the group.
     explicit Group(std::int16_t index, std::pmr::memory_resource* memory = std::pmr::get_default_resource())

@@ -9,10 +9,19 @@ bool RefersToGroupAbove(const OutItem& item, const Codes& codes, std::int32_t la
            item.CodeNumber() > last;
 }
 
+bool RefersToGroupAbove(const AdvancedFormat& format, const Codes& codes, std::int32_t last) {
+    return std::any_of(format.OutItems().begin(), format.OutItems().end(),
+                       [&](const OutItem& item) { return RefersToGroupAbove(item, codes, last); });
+}
+
 bool AnyItemRefersToGroupAbove(const OutFormatConfig& root, std::int32_t last) {
-    return std::any_of(root.AdvancedFormats().begin(), root.AdvancedFormats().end(), [&](const AdvancedFormat& format) {
-        return std::any_of(format.OutItems().begin(), format.OutItems().end(),
-                           [&](const OutItem& item) { return RefersToGroupAbove(item, root.Codes(), last); });
+    return std::any_of(root.AdvancedFormats().begin(), root.AdvancedFormats().end(),
+                       [&](const AdvancedFormat& format) { return RefersToGroupAbove(format, root.Codes(), last); });
+}
+
+bool ItemsOfGroupsAboveCanGo(const OutFormatConfig& root, std::int32_t last) {
+    return std::all_of(root.AdvancedFormats().begin(), root.AdvancedFormats().end(), [&](const AdvancedFormat& format) {
+        return format.ItemCountIsRead() || !RefersToGroupAbove(format, root.Codes(), last);
     });
 }
 

@@ -38,6 +38,8 @@ class Groups {
     /// How many groups the device holds.
     std::int16_t MaxCount() const { return maxCount_; }
     void MaxCount(std::int16_t count) { maxCount_ = count; } ///< told by the load of the codes
+    /// False for a group beyond those whose strings the device holds. One that holds none at all is not asked.
+    bool HasPlace(const Group& group) const { return maxCount_ == 0 || group.Index() <= maxCount_; }
 
     /// Appends a group with empty strings; it has no key when `key` is empty. Raises 5 for a key that is taken.
     Group& Add(const std::wstring& key = {});

@@ -93,6 +93,7 @@ void OutFormatConfig::CustomCodeID(int index, std::wstring text) {
     if (!CustomCodeAt(index).defined)
         throw Error(error_number::kPropertyArrayIndex);
     customCodes_[static_cast<std::size_t>(index)].text = std::move(text);
+    Stored(CustomCodeCell(index));
 }
 
 bool OutFormatConfig::CustomCodeIDDefined(int index) const {
@@ -102,7 +103,9 @@ bool OutFormatConfig::CustomCodeIDDefined(int index) const {
 void OutFormatConfig::Reload() {
     ParameterAccess access(state_);
     // Only 1 is on; any other value, even one that other switches take for on, is the standard format.
-    Advanced(device::ToInt32(access.Read(kAdvanced.parameter)) == 1);
+    ReadCell(
+        CellOf(kAdvanced), [&] { return access.Read(kAdvanced.parameter); },
+        [&](const device::Value& value) { Advanced(device::ToInt32(value) == 1); });
     LoadField(kCodeID, *this, access, {});
     ReadCustomCodes();
     codes_.Load();
@@ -117,10 +120,18 @@ void OutFormatConfig::Reload() {
 void OutFormatConfig::ReadCustomCodes() {
     ParameterAccess access(state_);
     for (int i = 0; i < kCustomCodeIDCount; ++i) {
-        std::wstring text = access.ReadString(kFirstCustomCodeIDParameter + i);
-        // An entry that comes back empty keeps what it was: it may have been defined by an earlier load.
-        if (!text.empty())
-            customCodes_[static_cast<std::size_t>(i)] = {std::move(text), true};
+        CustomCode& code = customCodes_[static_cast<std::size_t>(i)];
+        const bool answered = TryCell(
+            CustomCodeCell(i), [&] { return access.Read(kFirstCustomCodeIDParameter + i); },
+            [&](device::Value value) {
+                std::wstring text = access.AsByteString(std::move(value));
+                // An entry that comes back empty keeps what it was: it may have been defined by an earlier load.
+                if (!text.empty())
+                    code = {std::move(text), true};
+            });
+        // One that was never defined has nothing to lose.
+        if (answered && !code.defined)
+            OwnMarks().Clear(CustomCodeCell(i));
     }
 }
 
@@ -153,32 +164,61 @@ bool OutFormatConfig::Save(bool interactive) {
     // Released after every save, whatever became of it: the next one starts from the model.
     const Restoring release([this] { state_.cache.reset(); });
     state_.cache->Reserve(lastSave_.queued, queuedCharacters_);
+    codes_.Normalise(*state_.cache);
     QueueAll(*state_.cache);
     const bool saved = state_.cache->Save(interactive, false);
     queuedCharacters_ = state_.cache->Characters();
-    lastSave_ = {state_.cache->Count(), state_.cache->WrittenCount(), state_.cache->StoppedAt()};
+    lastSave_ = {state_.cache->Count(), state_.cache->WrittenCount(), state_.cache->StoppedAt(),
+                 state_.cache->EndError(), state_.cache->WhatIsLeftOut()};
     if (!saved)
         ReportFailedSave(state_.cache->LastSAPError());
     return saved;
 }
 
-std::vector<device::MIBParameter> OutFormatConfig::Plan() {
+SavePlan OutFormatConfig::Plan() const {
     device::MIBParamCache cache(state_);
     QueueAll(cache);
-    return cache.Parameters();
+    return {cache.Parameters(), cache.WhatIsLeftOut()};
 }
 
-void OutFormatConfig::QueueAll(device::MIBParamCache& cache) {
-    ParameterAccess access(state_);
-    SaveField(kAdvanced, *this, access, cache, 0);
-    SaveField(kCodeID, *this, access, cache, 0);
-    for (int i = 0; i < kCustomCodeIDCount; ++i)
-        if (CustomCodeIDDefined(i))
-            cache.Add(kFirstCustomCodeIDParameter + i, ByteArray, access.StringToBytes(CustomCodeID(i)));
-    SaveField(kGlobNoReadMsgType, *this, access, cache, 0);
+void OutFormatConfig::QueueAll(device::MIBParamCache& cache) const {
+    SaveKind(cache);
+    SaveIdentifiers(cache);
+    SaveNoRead(cache);
     codes_.Save(cache);
     standardFormat_.Save(cache);
     advancedFormats_.Save(cache);
+}
+
+void OutFormatConfig::SaveKind(device::MIBParamCache& cache) const {
+    ParameterAccess access(state_);
+    SaveField(kAdvanced, *this, access, cache, 0);
+}
+
+void OutFormatConfig::SaveIdentifiers(device::MIBParamCache& cache) const {
+    ParameterAccess access(state_);
+    SaveField(kCodeID, *this, access, cache, 0);
+    for (int i = 0; i < kCustomCodeIDCount; ++i)
+        if (Marks().Has(CustomCodeCell(i)))
+            LeaveOutNotRead(cache, kFirstCustomCodeIDParameter + i, 0, Marks(), CustomCodeCell(i));
+        else if (CustomCodeIDDefined(i))
+            cache.Add(kFirstCustomCodeIDParameter + i, ByteArray, access.StringToBytes(CustomCodeID(i)));
+}
+
+void OutFormatConfig::SaveNoRead(device::MIBParamCache& cache) const {
+    ParameterAccess access(state_);
+    SaveField(kGlobNoReadMsgType, *this, access, cache, 0);
+}
+
+void OutFormatConfig::SaveCodeSettings(device::MIBParamCache& cache) const {
+    SaveIdentifiers(cache);
+    SaveNoRead(cache);
+    codes_.SaveSettings(cache);
+}
+
+void OutFormatConfig::SaveFormatSettings(device::MIBParamCache& cache) const {
+    SaveKind(cache);
+    standardFormat_.Save(cache);
 }
 
 void OutFormatConfig::ReportFailedSave(std::int32_t sapError) {

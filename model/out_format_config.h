@@ -23,10 +23,18 @@ inline constexpr std::int32_t kAllTransports = -1;
 struct SaveReport {
     std::size_t queued = 0;
     std::size_t written = 0;
-    std::wstring stoppedAt; ///< entry of the write that failed; empty when none did
+    std::wstring stoppedAt;    ///< entry of the write that failed; empty when none did
+    std::int32_t endError = 0; ///< code with which the device refused to end the session; 0 when it did not
+    std::vector<device::LeftOut> leftOut;
 };
 
-class OutFormatConfig {
+/// What a save would write, in order, and what it would leave out.
+struct SavePlan {
+    std::vector<device::MIBParameter> writes;
+    std::vector<device::LeftOut> leftOut;
+};
+
+class OutFormatConfig : public Marked {
   public:
     explicit OutFormatConfig(device::DeviceState& state)
         : state_(state), standardFormat_(state), advancedFormats_(state, *this), codes_(state) {}
@@ -47,9 +55,11 @@ class OutFormatConfig {
     Property<std::int32_t> GlobNoReadMsgType;
     /// Index 0..18; raises 9 (subscript) beyond. Empty for an entry that the device never defined.
     std::wstring CustomCodeID(int index) const;
-    /// Raises 381 for an entry that the device never defined.
+    /// The user's text. Raises 381 for an entry that the device never defined.
     void CustomCodeID(int index, std::wstring text);
     bool CustomCodeIDDefined(int index) const;
+    /// Mark of an entry: behind those of the table.
+    static constexpr int CustomCodeCell(int index) { return 3 + index; }
 
     model::Codes& Codes() { return codes_; }
     const model::Codes& Codes() const { return codes_; }
@@ -63,8 +73,11 @@ class OutFormatConfig {
     /// Queues every parameter and commits them; shows what failed. True when everything was written.
     bool Save(bool interactive);
     const SaveReport& LastSave() const { return lastSave_; }
-    /// What a save would write now, in order. Normalises the model as a save does; writes nothing.
-    std::vector<device::MIBParameter> Plan();
+    /// What a save would write now, in order. Changes nothing.
+    SavePlan Plan() const;
+    /// Parts of it: what is set for all codes, and what is set beside the advanced formats.
+    void SaveCodeSettings(device::MIBParamCache& cache) const;
+    void SaveFormatSettings(device::MIBParamCache& cache) const;
 
     /// The plain settings of the root itself.
     static std::span<const Field<OutFormatConfig>> Fields();
@@ -79,7 +92,10 @@ class OutFormatConfig {
     void ReadCustomCodes();
     void ReadTransports();
     static std::int32_t ParseMask(const std::wstring& masks, std::int64_t position);
-    void QueueAll(device::MIBParamCache& cache);
+    void QueueAll(device::MIBParamCache& cache) const;
+    void SaveKind(device::MIBParamCache& cache) const;
+    void SaveIdentifiers(device::MIBParamCache& cache) const;
+    void SaveNoRead(device::MIBParamCache& cache) const;
     void ReportFailedSave(std::int32_t sapError);
 
     device::DeviceState& state_;

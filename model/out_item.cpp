@@ -56,6 +56,10 @@ bool OutItem::Load(device::ParameterAccess& access, std::int16_t element) {
     return true;
 }
 
+void OutItem::MarkAll() {
+    OwnMarks().SetAll(RowCells<OutItem>());
+}
+
 void OutItem::Save(device::ParameterAccess& access, device::MIBParamCache& cache, std::int16_t element) const {
     for (const auto& field : kFields)
         SaveField(field, *this, access, cache, element);

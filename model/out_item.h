@@ -17,7 +17,7 @@ inline constexpr std::int32_t kMiscellaneous = 2;
 /// Number formats of an item, by value.
 inline constexpr const wchar_t* kFormatNames[] = {L"Dec", L"Bin", L"Hex", L"Asc"};
 
-class OutItem {
+class OutItem : public Marked {
   public:
     std::int16_t Index() const { return index_; } ///< 1-based position, kept by the list
     // The numbers together, so that whoever goes through thousands of items touches little memory of each.
@@ -46,6 +46,8 @@ class OutItem {
 
     /// `element` is the item's place among the item slots of all formats. A failed read flies.
     bool Load(device::ParameterAccess& access, std::int16_t element);
+    /// For one that is not loaded: it has no place on the device.
+    void MarkAll();
     void Save(device::ParameterAccess& access, device::MIBParamCache& cache, std::int16_t element) const;
 
     static std::span<const Field<OutItem>> Fields();

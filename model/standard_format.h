@@ -9,7 +9,7 @@
 namespace orv::model {
 
 /// Any text is stored as it is; limits are the editor's.
-class StandardFormat {
+class StandardFormat : public Marked {
   public:
     explicit StandardFormat(device::DeviceState& state) : state_(state) {}
 

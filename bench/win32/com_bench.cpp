@@ -172,7 +172,7 @@ struct Both {
         state.Support();
         loadSteps = ScriptOf(Calls([this] { Load(); }), {});
         Save();
-        saveSteps = ScriptOf(Calls([this] { Save(); }), root.Plan());
+        saveSteps = ScriptOf(Calls([this] { Save(); }), root.Plan().writes);
         for (const HostStep& step : loadSteps)
             load.emplace_back(step);
         for (const HostStep& step : saveSteps)

@@ -47,6 +47,7 @@ struct Desk final : editor::Commands {
     }
     void Save(bool) override {}
     void CloseAddOn() override {}
+    void ReadAgain() override {}
 
     void Click(std::wstring key) { tree.Click(key); }
     HWND PageWindow() const {

@@ -165,6 +165,8 @@ class Reader {
     }
 
     device::Value Value(const json& value, device::WireType type, const std::string& place) const {
+        if (value.is_null()) // the entry is there, a value is not
+            return {};
         const bool textual = type == device::WireType::Text || type == device::WireType::ByteArray;
         if (textual != value.is_string())
             throw FileError(name_, place, textual ? "a text is wanted" : "a number is wanted");

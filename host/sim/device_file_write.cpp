@@ -30,6 +30,8 @@ const char* TypeName(device::WireType type) {
 Json ValueJson(const device::Value& value) {
     if (std::holds_alternative<std::wstring>(value) || std::holds_alternative<Bytes>(value))
         return ToUtf8(FormatValue(value));
+    if (std::holds_alternative<std::monostate>(value))
+        return nullptr;
     return device::ToInt32(value);
 }
 

@@ -45,7 +45,7 @@ class ApplyTest : public ::testing::Test {
                       .status,
                   0);
         DeviceFile opened({file_, {}, 0, {}});
-        total_ = std::to_string(opened.Model().Plan().size());
+        total_ = std::to_string(opened.Model().Plan().writes.size());
     }
     Result Apply(const Served& served, std::vector<std::string> more = {}) {
         std::vector<std::string> arguments{"apply", file_, "--to", served.To()};

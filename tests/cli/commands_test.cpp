@@ -85,7 +85,8 @@ TEST(PlanCommand, ListsEachWriteUnderItsNumber) {
     EXPECT_THAT(out, HasSubstr("\n   330        0  /OutputFormat/Advanced  "));
     EXPECT_THAT(out, HasSubstr("\"NOREAD<CR>\"\n"));
     DeviceFile opened({SamplePath("tiny.json"), {}, 0, {}});
-    EXPECT_EQ(static_cast<std::size_t>(std::count(out.begin(), out.end(), '\n')), opened.Model().Plan().size() + 1);
+    EXPECT_EQ(static_cast<std::size_t>(std::count(out.begin(), out.end(), '\n')),
+              opened.Model().Plan().writes.size() + 1);
     EXPECT_LT(RunProgram({"plan", SamplePath("tiny.json"), "--level", "1"}).out.size(), out.size());
 }
 

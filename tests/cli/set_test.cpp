@@ -72,7 +72,7 @@ TEST(Set, KnowsWhereEachFieldStandsOnTheDevice) {
         }
     constexpr std::int32_t itemCount = 349; // follows from the items
     std::set<std::pair<std::int32_t, std::int32_t>> written;
-    for (const device::MIBParameter& parameter : file.Model().Plan()) {
+    for (const device::MIBParameter& parameter : file.Model().Plan().writes) {
         const auto address = file.Store().FindName(parameter.entry);
         if (const std::int32_t number = file.Store().Parameter(*address).number; number != itemCount)
             written.emplace(number, address->element);

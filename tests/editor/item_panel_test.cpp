@@ -325,7 +325,7 @@ TEST_F(ItemPanelTest, DevicesOfTheClusterStandInForAMissingList) {
 TEST_F(ItemPanelTest, AnUnknownTypeIsShownAndKept) {
     const auto planned = [this] {
         std::vector<std::pair<std::wstring, device::Value>> plan;
-        for (const device::MIBParameter& parameter : root.Plan())
+        for (const device::MIBParameter& parameter : root.Plan().writes)
             plan.emplace_back(parameter.entry, parameter.value);
         return plan;
     };

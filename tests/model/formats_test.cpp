@@ -139,7 +139,7 @@ TEST_F(FormatsTest, WithoutFormatsNothingIsWrittenOfThem) {
         Set(340, none);
         root.Reload();
         EXPECT_EQ(root.AdvancedFormats().Count(), 0);
-        for (const auto& write : root.Plan()) {
+        for (const auto& write : root.Plan().writes) {
             EXPECT_FALSE(write.entry.starts_with(L"/OutputFormat/Formats"));
             EXPECT_FALSE(write.entry.starts_with(L"/OutputFormat/Items"));
         }

@@ -187,9 +187,13 @@ std::int16_t Short(const Value& value) {
 }
 
 void SaveElement(sim::ParameterDescription& parameter, std::size_t element, sim::DeviceDescription& before,
-                 const ExpressionCase& expression) {
+                 const ExpressionCase& expression, std::int32_t level) {
     Value& value = parameter.values[element];
     const auto fixedLength = [&] { return Short(Parameter(before, 70).values[element]); };
+    // A fixed length moves into minimum and maximum only where both are in sight; else all three stay.
+    if ((parameter.number == 3 || parameter.number == 4 || parameter.number == 70) && fixedLength() > 0 &&
+        std::max(Parameter(before, 3).level, Parameter(before, 4).level) > level)
+        return;
     if (parameter.number == 330)
         value = std::int16_t{Short(value) == 1};
     else if (IsSwitch(parameter.number))
@@ -198,7 +202,8 @@ void SaveElement(sim::ParameterDescription& parameter, std::size_t element, sim:
         value = std::int16_t{0};
     else if ((parameter.number == 3 || parameter.number == 4) && fixedLength() > 0)
         value = fixedLength();
-    else if (parameter.number == 191 && Parameter(before, 72).values.front() == Value(std::int32_t{2}))
+    else if (parameter.number == 191 && expression.parses &&
+             Parameter(before, 72).values.front() == Value(std::int32_t{2}))
         value = expression.printed;
     else if (parameter.number == 349)
         value = std::min(std::max(Short(value), std::int16_t{0}), Short(Parameter(before, 350).values.front()));
@@ -211,7 +216,7 @@ sim::DeviceDescription AfterSave(sim::DeviceDescription device, const Expression
     for (auto& parameter : device.parameters)
         if (parameter.level <= level)
             for (std::size_t i = 0; i < parameter.values.size(); ++i)
-                SaveElement(parameter, i, before, expression);
+                SaveElement(parameter, i, before, expression, level);
     return device;
 }
 

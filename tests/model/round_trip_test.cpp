@@ -14,7 +14,7 @@ constexpr std::uint32_t kSeed = 20240611;
 
 /// What a save would write now is what is there already.
 void ExpectNothingToWrite(OutFormatConfig& root, const sim::ParameterStore& store) {
-    const auto plan = root.Plan();
+    const auto plan = root.Plan().writes;
     EXPECT_EQ(plan.size(), root.LastSave().queued);
     for (const auto& write : plan)
         ASSERT_EQ(store.Get(*store.FindName(write.entry)), write.value) << testing::PrintToString(write.entry);
@@ -119,7 +119,7 @@ TEST(RoundTrip, AtTheLevelsOfTheSampleTheLowestWritesNothing) {
         bench.Open(level);
         OutFormatConfig root(bench.state);
         root.Reload();
-        EXPECT_EQ(root.Plan().empty(), level == 0);
+        EXPECT_EQ(root.Plan().writes.empty(), level == 0);
         EXPECT_EQ(root.AdvancedFormats().Count(), 4);
         EXPECT_EQ(root.AdvancedFormats().Item(1).OutItems().Count(), level == 0 ? 0 : 5);
     }

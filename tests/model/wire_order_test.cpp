@@ -173,7 +173,7 @@ class SaveOrder : public test::ModelTest {
   protected:
     SaveOrder() {
         root.Reload();
-        plan = root.Plan();
+        plan = root.Plan().writes;
         bench.host.Gate().KeepLog(true);
     }
 
