@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "device/mib_param_cache.h"
+#include "editor/omissions.h"
 #include "platform/guarded.h"
 #include "text/texts.h"
 
@@ -126,6 +127,18 @@ void AddOn::ShowSteps() {
     editor_->SetDesignFlag(state_.common->calls.Flag());
     editor_->ShowFirstPage();
     state_.progressOwner = container_.Window();
+    if (loaded_)
+        ShowValues();
+}
+
+/// The host may have hidden the control and show it under another level: what the model holds was read under the old
+/// one.
+void AddOn::ShowValues() {
+    const bool stored = editor_->CommitPending();
+    if (editor_->LevelDiffers() && stored && !editor_->Modified())
+        ReadAgain();
+    else
+        editor_->Reopen();
 }
 
 void AddOn::Activate() {
@@ -168,11 +181,27 @@ bool AddOn::ConfirmSlave() {
     return !declined;
 }
 
-void AddOn::LoadStep() {
+void AddOn::LoadValues() {
     state_.root->Reload();
     model::FillCatalogue(*state_.catalogue);
     editor_->ValuesRead();
     editor_->BuildTree();
+}
+
+void AddOn::ReadAgain() {
+    const Restoring done([this, before = activating_] { activating_ = before; });
+    activating_ = true;
+    // Until all of it is there nothing can be edited; the next activation tries again.
+    loaded_ = false;
+    editor_->ValuesLost();
+    LoadValues();
+    editor_->Reopen();
+    editor_->SetModified(false);
+    loaded_ = true;
+}
+
+void AddOn::LoadStep() {
+    LoadValues();
     editor_->SelectFirstNode();
     result_ = 2;
     state_.platform.pump.ProcessPending();
@@ -217,7 +246,8 @@ void AddOn::SaveSteps(bool toDevice) {
     if (saved)
         editor_->SetModified(false);
     const model::SaveReport& report = state_.root->LastSave();
-    editor_->SetSaveReport({saved, report.stoppedAt, report.written, report.queued});
+    editor_->SetSaveReport({saved, report.stoppedAt, report.written, report.queued, report.endError,
+                            editor::WithoutPlace(report.leftOut)});
     result_ = 1;
 }
 

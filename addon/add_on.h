@@ -62,11 +62,14 @@ class AddOn : private editor::Commands {
     void SaveSteps(bool toDevice);
     void RunPutOff();
     void CloseAddOn() override;
+    void ReadAgain() override;
     void EnterHandler() override { ++depth_; }
     void LeaveHandler() override { Leave(); }
     void ShowSteps();
     bool ConfirmSlave();
     void LoadStep();
+    void LoadValues();
+    void ShowValues();
     void ReleaseAll();
 
     ProcessState& state_;

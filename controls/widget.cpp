@@ -65,12 +65,16 @@ void Widget::SetVisible(bool visible) {
         form->WidgetUnavailable(*this);
 }
 
+void Widget::DropPendingInside() {
+    for (const auto& child : children_)
+        child->DropPendingBelow();
+}
+
 void Widget::DropPendingBelow() {
     if (KeepsPending())
         return;
     DropPending();
-    for (const auto& child : children_)
-        child->DropPendingBelow();
+    DropPendingInside();
 }
 
 bool Widget::EffectivelyEnabled() const {

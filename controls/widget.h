@@ -117,6 +117,8 @@ class Widget {
     void SetTabStop(bool stop) { tabStop_ = stop; }
     bool Focused() const;
     bool CanTakeFocus() const;
+    /// Everything typed inside that is not stored goes.
+    void DropPendingInside();
 
     Peer* GetPeer() const { return peer_.get(); }
     /// False for a page that was never shown: it and what stands in it have no peers yet.

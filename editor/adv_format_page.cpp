@@ -1,16 +1,19 @@
 #include "editor/adv_format_page.h"
 
 #include "editor/node_key.h"
+#include "editor/omissions.h"
 #include "editor/output_segments.h"
 #include "editor/transports_dialog.h"
 #include "model/tree_labels.h"
-#include "text/texts.h"
+#include "text/filled.h"
 
 namespace orv::editor {
 namespace {
 
 using controls::Grow;
 using controls::OutputStrip;
+using model::AdvancedFormat;
+using model::Store;
 using text::Id;
 using text::Load;
 
@@ -18,6 +21,7 @@ constexpr int kChoiceWidth = 120;
 constexpr int kFrameWidth = 8;
 constexpr int kFillerWidth = 7;
 constexpr auto kNoIndex = controls::Widget::kNoIndex;
+constexpr std::int32_t kHighestLevel = 3;
 
 enum Parameter : std::int32_t {
     kTransports = 341,
@@ -37,19 +41,20 @@ AdvFormatPage::AdvFormatPage(Context& context)
       txtTransports_(frame_.Add<controls::TextBox>(L"txtTransports")),
       cmdTransports_(frame_.Add<controls::Button>(L"cmdTransports")),
       globalScale_(context, frame_, L"cboGlobalScaleType",
-                   [this](std::int32_t value) { Format().GlobalScaleType(value); }),
+                   [this](std::int32_t value) { Store(Format(), &AdvancedFormat::GlobalScaleType, value); }),
       header_(context, frame_, L"mbeAdvFmtHeader", kNoIndex, true,
-              [this](const std::wstring& text) { Format().Header(text); }),
+              [this](const std::wstring& text) { Store(Format(), &AdvancedFormat::Header, text); }),
       terminator_(context, frame_, L"mbeAdvFmtTerminator", kNoIndex, true,
-                  [this](const std::wstring& text) { Format().Terminator(text); }),
-      align_(context, frame_, L"cboAlign", [this](std::int32_t value) { Format().Alignment(value); }),
+                  [this](const std::wstring& text) { Store(Format(), &AdvancedFormat::Terminator, text); }),
+      align_(context, frame_, L"cboAlign",
+             [this](std::int32_t value) { Store(Format(), &AdvancedFormat::Alignment, value); }),
       alignLength_(context, frame_, L"txtAlignLength",
                    [this](NumberField::Number value) {
-                       Format().AlignLength(static_cast<std::int16_t>(value));
+                       Store(Format(), &AdvancedFormat::AlignLength, static_cast<std::int16_t>(value));
                        return true;
                    }),
       alignFiller_(context, frame_, L"mbeAlignFiller", kNoIndex, false,
-                   [this](const std::wstring& text) { Format().AlignFiller(text); }),
+                   [this](const std::wstring& text) { Store(Format(), &AdvancedFormat::AlignFiller, text); }),
       palette_(context, frame_), items_(context, frame_, [this]() -> model::AdvancedFormat& { return Format(); }),
       panel_(context, frame_, [this] { return SelectedItem(); }), output_(frame_.Add<OutputStrip>(L"advOutput")) {
     SetCaptions();
@@ -149,6 +154,7 @@ std::wstring AdvFormatPage::Caption(const std::wstring& /*nodeText*/) {
 void AdvFormatPage::SetUp() {
     device::ParameterAccess access = context_.Access();
     const device::ControlSetup transports = access.SetupFor(kTransports);
+    transportsPresent_ = transports.present;
     const std::wstring hint = FieldHint(Load(Id::HintTransports), kTransports, transports);
     for (controls::Widget* widget : std::initializer_list<controls::Widget*>{&txtTransports_, &cmdTransports_})
         SetFieldUsable(*widget, hint, transports.present, true, {});
@@ -163,26 +169,50 @@ void AdvFormatPage::SetUp() {
     palette_.SetUp();
     items_.SetUp();
     panel_.SetUp();
+    FindHidden(access);
+}
+
+void AdvFormatPage::FindHidden(device::ParameterAccess& access) {
+    hidden_.clear();
+    for (const auto& row : model::OutItem::Fields())
+        if (!access.SetupFor(row.parameter).present && access.ElementCount(row.parameter, kHighestLevel) > 0)
+            hidden_ += (hidden_.empty() ? L"" : L", ") + std::to_wstring(row.parameter);
+}
+
+std::vector<std::wstring> AdvFormatPage::Remarks() {
+    const AdvancedFormat& format = Format();
+    Omissions omissions(context_.state);
+    format.Save(omissions.Queue());
+    std::vector<std::wstring> strips = omissions.Strips(context_.root(), &format);
+    if (format.ItemCountIsRead() && format.MaxItemsCount() == 0)
+        strips.insert(strips.begin(), Load(Id::NoItemsAdmitted));
+    if (!hidden_.empty())
+        strips.push_back(
+            text::Filled(Id::HiddenItemValues,
+                         {{L"list", hidden_}, {L"level", std::to_wstring(context_.state.current.accessLevel)}}));
+    return strips;
 }
 
 void AdvFormatPage::Fill() {
     const Restoring filled([this] { filling_ = false; });
     filling_ = true;
-    const model::AdvancedFormat& format = Format();
+    const AdvancedFormat& format = Format();
     ShowTransports();
-    globalScale_.Show(format.GlobalScaleType());
-    header_.Show(format.Header());
-    terminator_.Show(format.Terminator());
-    align_.Show(format.Alignment());
-    alignLength_.Show(format.AlignLength());
-    alignFiller_.Show(format.AlignFiller());
+    ShowField(globalScale_, format, &AdvancedFormat::GlobalScaleType);
+    ShowField(header_, format, &AdvancedFormat::Header);
+    ShowField(terminator_, format, &AdvancedFormat::Terminator);
+    ShowField(align_, format, &AdvancedFormat::Alignment);
+    ShowField(alignLength_, format, &AdvancedFormat::AlignLength);
+    ShowField(alignFiller_, format, &AdvancedFormat::AlignFiller);
+    palette_.SetUsable(format.ItemCountIsRead(), Load(Id::ReasonItemCount));
     items_.Fill(Index());
     filling_ = false;
     ShowOutput();
 }
 
 void AdvFormatPage::ShowTransports() {
-    txtTransports_.SetText(Format().GetLabel());
+    const bool unread = transportsPresent_ && IsUnread(Format(), &AdvancedFormat::Transports);
+    txtTransports_.SetText(unread ? std::wstring() : Format().GetLabel());
 }
 
 void AdvFormatPage::ChooseFormatTransports() {

@@ -15,6 +15,7 @@ class AdvFormatPage : public Page {
     explicit AdvFormatPage(Context& context);
     std::wstring Caption(const std::wstring& nodeText) override;
     bool CommitPending() override;
+    std::vector<std::wstring> Remarks() override;
 
   protected:
     void SetUp() override;
@@ -32,7 +33,11 @@ class AdvFormatPage : public Page {
     void ShowOutput();
     controls::LayoutPtr FormatLayout();
 
+    void FindHidden(device::ParameterAccess& access);
+
     bool filling_ = false;
+    bool transportsPresent_ = false;
+    std::wstring hidden_; ///< numbers of the item parameters that the level hides
 
     // In the order in which they are read, which is the tab order.
     controls::Label& lblTransports_;

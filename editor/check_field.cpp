@@ -13,6 +13,7 @@ CheckField::CheckField(Context& context, controls::Widget& parent, const std::ws
 
 void CheckField::SetUp(std::int32_t number, const device::ControlSetup& setup) {
     device::ControlSetup plain = setup;
+    present_ = setup.present;
     plain.description.hasRange = false; // "0 to 1" says nothing of a check mark
     SetFieldUsable(*box_, FieldHint(box_->PlainCaption(), number, plain), plain.present, true, {});
 }

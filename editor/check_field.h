@@ -23,9 +23,13 @@ class CheckField {
     /// The caption is the meaning, too.
     void SetUp(std::int32_t number, const device::ControlSetup& setup);
     void Show(bool on) { box_->SetChecked(on); }
+    /// Neither on nor off: the value was never read.
+    void ShowNothing() { box_->SetUndetermined(); }
+    bool Present() const { return present_; }
 
   private:
     controls::CheckBox* box_;
+    bool present_ = false;
 };
 
 } // namespace orv::editor

@@ -116,15 +116,24 @@ void CodeCombination::SetUpCount() {
 
 void CodeCombination::Fill() {
     const model::Codes& codes = context_.root().Codes();
+    const bool unread = IsUnread(codes, &model::Codes::Combination);
     for (OptionButton* option : used_)
-        option->SetChosen(option->Index() == codes.Combination());
-    cboSlotsCount_.SelectData(codes.Groups().Count());
+        option->SetChosen(!unread && option->Index() == codes.Combination());
+    ShowCount();
     SetFieldUsable(cboSlotsCount_, countHint_, countPresent_, model::ShowsGroups(context_.root()),
                    Load(Id::ReasonGroupCount));
 }
 
+void CodeCombination::ShowCount() {
+    const model::Codes& codes = context_.root().Codes();
+    if (codes.ExpressionIsRead())
+        cboSlotsCount_.SelectData(codes.Groups().Count());
+    else
+        cboSlotsCount_.SetSelected(-1); // any number is a change: it takes the place of what is kept
+}
+
 void CodeCombination::Choose(std::int32_t value) {
-    context_.root().Codes().Combination(value);
+    model::Store(context_.root().Codes(), &model::Codes::Combination, value);
     chosen_();
     context_.rebuildTree();
 }
@@ -132,13 +141,14 @@ void CodeCombination::Choose(std::int32_t value) {
 void CodeCombination::ChangeCount() {
     const std::int32_t count = cboSlotsCount_.SelectedData();
     if (!RemoveItemsAbove(count)) {
-        cboSlotsCount_.SelectData(context_.root().Codes().Groups().Count());
+        ShowCount();
         return;
     }
     model::Groups& groups = context_.root().Codes().Groups();
     while (groups.Count() > count)
         groups.Remove(groups.Count());
     AddGroups(groups, count);
+    context_.root().Codes().GroupsChanged();
     context_.changed();
     context_.rebuildTree();
 }
@@ -147,6 +157,11 @@ bool CodeCombination::RemoveItemsAbove(std::int32_t count) {
     const model::OutFormatConfig& before = context_.root();
     if (count >= before.Codes().Groups().Count() || !model::AnyItemRefersToGroupAbove(before, count))
         return true;
+    if (!model::ItemsOfGroupsAboveCanGo(before, count)) {
+        context_.form.Boxes().Beep();
+        context_.refuse(Load(Id::ReasonGroupItems));
+        return false;
+    }
     const platform::MessageBox question{.text = Load(Id::RemoveGroupItems),
                                         .title = Load(Id::WarningTitle),
                                         .icon = platform::Icon::Warning,

@@ -26,6 +26,7 @@ class CodeCombination {
     controls::OptionButton& Option(std::int32_t value);
     void SetUpOptions();
     void SetUpCount();
+    void ShowCount();
     void Choose(std::int32_t value);
     void ChangeCount();
     /// False when the user wants to keep the items that refer to groups above `count`.

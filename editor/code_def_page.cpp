@@ -1,11 +1,13 @@
 #include "editor/code_def_page.h"
 
 #include "editor/code_parts.h"
+#include "editor/omissions.h"
 #include "text/texts.h"
 
 namespace orv::editor {
 namespace {
 
+using model::OutFormatConfig;
 using text::Id;
 using text::Load;
 
@@ -28,23 +30,28 @@ CodeDefPage::CodeDefPage(Context& context)
       fraReadMessages_(frame_.Add<controls::Frame>(L"fraReadMessages")),
       noRead_(context, fraReadMessages_, L"cboNoReadMsg",
               [this](std::int32_t value) {
-                  context_.root().Codes().NoReadMessage(value);
+                  model::Store(context_.root().Codes(), &model::Codes::NoReadMessage, value);
                   EnableTexts();
               }),
       noReadText_(context, fraReadMessages_, L"mbeNoReadStr", controls::Widget::kNoIndex, false,
-                  [this](const std::wstring& text) { context_.root().Codes().NoReadString(text); }),
+                  [this](const std::wstring& text) {
+                      model::Store(context_.root().Codes(), &model::Codes::NoReadString, text);
+                  }),
       multipleRead_(context, fraReadMessages_, L"cboMultiReadMsg",
                     [this](std::int32_t value) {
-                        context_.root().Codes().MultiReadMessage(value);
+                        model::Store(context_.root().Codes(), &model::Codes::MultiReadMessage, value);
                         EnableTexts();
                     }),
       multipleReadText_(context, fraReadMessages_, L"mbeMultiReadStr", controls::Widget::kNoIndex, false,
-                        [this](const std::wstring& text) { context_.root().Codes().MultiReadString(text); }),
-      globalNoRead_(context, fraReadMessages_, L"cboGlobNoRead",
-                    [this](std::int32_t value) { context_.root().GlobNoReadMsgType(value); }),
+                        [this](const std::wstring& text) {
+                            model::Store(context_.root().Codes(), &model::Codes::MultiReadString, text);
+                        }),
+      globalNoRead_(
+          context, fraReadMessages_, L"cboGlobNoRead",
+          [this](std::int32_t value) { model::Store(context_.root(), &OutFormatConfig::GlobNoReadMsgType, value); }),
       codeID_(context, frame_, L"cboCodeID",
               [this](std::int32_t value) {
-                  context_.root().CodeID(value);
+                  model::Store(context_.root(), &OutFormatConfig::CodeID, value);
                   EnableCustomFrame(value);
               }),
       fraCustomCodeID_(frame_.Add<controls::Frame>(L"fraCustomCodeID")) {
@@ -149,14 +156,15 @@ void CodeDefPage::SetUpCustomBox(CustomBox& box) {
 }
 
 void CodeDefPage::Fill() {
-    model::OutFormatConfig& root = context_.root();
+    using model::Codes;
+    const OutFormatConfig& root = context_.root();
     combination_.Fill();
-    noRead_.Show(root.Codes().NoReadMessage());
-    noReadText_.Show(root.Codes().NoReadString());
-    multipleRead_.Show(root.Codes().MultiReadMessage());
-    multipleReadText_.Show(root.Codes().MultiReadString());
-    globalNoRead_.Show(root.GlobNoReadMsgType());
-    codeID_.Show(root.CodeID());
+    ShowField(noRead_, root.Codes(), &Codes::NoReadMessage);
+    ShowField(noReadText_, root.Codes(), &Codes::NoReadString);
+    ShowField(multipleRead_, root.Codes(), &Codes::MultiReadMessage);
+    ShowField(multipleReadText_, root.Codes(), &Codes::MultiReadString);
+    ShowField(globalNoRead_, root, &OutFormatConfig::GlobNoReadMsgType);
+    ShowField(codeID_, root, &OutFormatConfig::CodeID);
     EnableTexts();
     for (CustomBox& box : boxes_)
         FillCustomBox(box);
@@ -165,9 +173,18 @@ void CodeDefPage::Fill() {
 
 void CodeDefPage::FillCustomBox(CustomBox& box) {
     MBField& field = *box.field;
-    const bool defined = context_.root().CustomCodeIDDefined(box.identifier);
-    field.Show(context_.root().CustomCodeID(box.identifier));
-    field.SetUsable(defined, box.meaning + L": " + Load(Id::NeverDefined));
+    const OutFormatConfig& root = context_.root();
+    const bool unread = root.Marks().Has(OutFormatConfig::CustomCodeCell(box.identifier));
+    field.Show(unread ? std::wstring() : root.CustomCodeID(box.identifier));
+    field.SetUsable(root.CustomCodeIDDefined(box.identifier),
+                    box.meaning + L": " + Load(unread ? Id::IdentifierNotRead : Id::NeverDefined));
+}
+
+std::vector<std::wstring> CodeDefPage::Remarks() {
+    const OutFormatConfig& root = context_.root();
+    Omissions omissions(context_.state);
+    root.SaveCodeSettings(omissions.Queue());
+    return omissions.Strips(root);
 }
 
 void CodeDefPage::EnableTexts() {

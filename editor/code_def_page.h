@@ -13,6 +13,7 @@ class CodeDefPage : public Page {
   public:
     explicit CodeDefPage(Context& context);
     bool CommitPending() override;
+    std::vector<std::wstring> Remarks() override;
 
   protected:
     void SetUp() override;

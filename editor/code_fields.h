@@ -31,15 +31,16 @@ class CodeFields {
     template <typename T>
     ChoiceField& AddChoice(controls::Widget& parent, const wchar_t* name, text::Id caption, std::int32_t parameter,
                            model::Property<T> model::CodeDef::*member) {
-        auto field = std::make_unique<ChoiceField>(
-            context_, parent, name, [this, member](std::int32_t value) { (slot_().*member)(static_cast<T>(value)); });
+        auto field = std::make_unique<ChoiceField>(context_, parent, name, [this, member](std::int32_t value) {
+            model::Store(slot_(), member, static_cast<T>(value));
+        });
         field->Label().SetCaption(text::Load(caption));
         ChoiceField& added = *field;
         rows_.push_back({[this, &added, parameter] {
                              added.SetUp(added.Label().PlainCaption(), parameter,
                                          context_.Access().SetupFor(parameter));
                          },
-                         [&added, member](model::CodeDef& slot) { added.Show((slot.*member)()); }});
+                         [&added, member](model::CodeDef& slot) { ShowField(added, slot, member); }});
         choices_.push_back(std::move(field));
         return added;
     }
@@ -48,7 +49,7 @@ class CodeFields {
     NumberField& AddNumber(controls::Widget& parent, const wchar_t* name, text::Id caption, std::int32_t parameter,
                            model::Property<T> model::CodeDef::*member) {
         auto field = std::make_unique<NumberField>(context_, parent, name, [this, member](NumberField::Number number) {
-            (slot_().*member)(static_cast<T>(number));
+            model::Store(slot_(), member, static_cast<T>(number));
             return true;
         });
         field->Label().SetCaption(text::Load(caption));
@@ -57,7 +58,7 @@ class CodeFields {
                              added.SetUp(added.Label().PlainCaption(), parameter, context_.Access().SetupFor(parameter),
                                          0, std::numeric_limits<T>::max());
                          },
-                         [&added, member](model::CodeDef& slot) { added.Show((slot.*member)()); }});
+                         [&added, member](model::CodeDef& slot) { ShowField(added, slot, member); }});
         numbers_.push_back(std::move(field));
         return added;
     }
@@ -80,7 +81,7 @@ class CodeFields {
     };
 
     CheckField& Keep(std::unique_ptr<CheckField> field, const std::wstring& caption, std::int32_t parameter,
-                     std::function<bool(model::CodeDef&)> value);
+                     std::function<void(CheckField&, const model::CodeDef&)> show);
 
     Context& context_;
     Slot slot_;

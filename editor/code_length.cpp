@@ -12,6 +12,7 @@ using Number = NumberField::Number;
 
 constexpr std::int32_t kMinimum = 3;
 constexpr std::int32_t kMaximum = 4;
+constexpr std::int32_t kFixed = 70;
 constexpr int kIndent = 16;
 
 /// The boxes let nothing past the type.
@@ -26,13 +27,21 @@ CodeLength::CodeLength(Context& context, controls::Widget& page, CodeFields::Slo
       optLengthFixed_(fraLength_.Add<controls::OptionButton>(L"optLengthFixed")),
       length_(context, fraLength_, L"txtLength",
               [this](Number number) {
-                  slot_().Length(Short(number));
+                  model::Store(slot_(), &model::CodeDef::Length, Short(number));
                   return true;
               }),
       optLengthVariable_(fraLength_.Add<controls::OptionButton>(L"optLengthVariable")),
       limits_(
-          context, fraLength_, L"txtMinLength", [this](Number number) { slot_().SetLength(0, Short(number), 0); },
-          L"txtMaxLength", [this](Number number) { slot_().SetLength(0, 0, Short(number)); }) {
+          context, fraLength_, L"txtMinLength",
+          [this](Number number) {
+              slot_().ChooseLength(0, Short(number), 0);
+              ShowField(limits_.Least(), slot_(), &model::CodeDef::MinLength); // a 0 is not taken
+          },
+          L"txtMaxLength",
+          [this](Number number) {
+              slot_().ChooseLength(0, 0, Short(number));
+              ShowField(limits_.Greatest(), slot_(), &model::CodeDef::MaxLength);
+          }) {
     fraLength_.SetCaption(Load(Id::CodeLength));
     fraLength_.SetGroupBox(true);
     optLengthFixed_.SetCaption(Load(Id::LengthFixed));
@@ -55,39 +64,56 @@ controls::LayoutPtr CodeLength::Layout() {
 
 void CodeLength::SetUp() {
     constexpr Number kGreatest = std::numeric_limits<std::int16_t>::max();
-    const device::ControlSetup minimum = context_.Access().SetupFor(kMinimum);
-    const device::ControlSetup maximum = context_.Access().SetupFor(kMaximum);
+    device::ParameterAccess access = context_.Access();
+    const device::ControlSetup minimum = access.SetupFor(kMinimum);
+    const device::ControlSetup maximum = access.SetupFor(kMaximum);
     length_.SetUp(Load(Id::HintFixedLength), kMinimum, minimum, 0, kGreatest);
     limits_.Least().SetUp(Load(Id::HintMinimumLength), kMinimum, minimum, 0, kGreatest);
     limits_.Greatest().SetUp(Load(Id::HintMaximumLength), kMaximum, maximum, 0, kGreatest);
+    // A fixed length moves into minimum and maximum when it is saved: what one of them lacks would be lost.
+    canBeFixed_ = (minimum.present && maximum.present) || !access.SetupFor(kFixed).present;
+    for (controls::OptionButton* option : {&optLengthFixed_, &optLengthVariable_})
+        SetFieldUsable(*option, option->PlainCaption(), true, canBeFixed_, Load(Id::ReasonLengthParts));
 }
 
 void CodeLength::Show(const model::CodeDef& slot) {
-    (slot.Length() < 1 ? optLengthVariable_ : optLengthFixed_).SetChosen(true);
-    length_.Show(slot.Length());
-    limits_.Show(slot.MinLength(), slot.MaxLength());
+    const bool unread = IsUnread(slot, &model::CodeDef::Length);
+    optLengthFixed_.SetChosen(!unread && slot.Length() > 0);
+    optLengthVariable_.SetChosen(!unread && slot.Length() < 1);
+    ShowField(length_, slot, &model::CodeDef::Length);
+    ShowLimits(slot);
     EnableNumbers();
 }
 
+void CodeLength::ShowLimits(const model::CodeDef& slot) {
+    ShowField(limits_.Least(), slot, &model::CodeDef::MinLength);
+    ShowField(limits_.Greatest(), slot, &model::CodeDef::MaxLength);
+}
+
 void CodeLength::EnableNumbers() {
-    length_.SetUsable(optLengthFixed_.Chosen(), Load(Id::ReasonFixedLength));
-    limits_.SetUsable(optLengthVariable_.Chosen(), Load(Id::ReasonVariableLength));
+    const std::wstring reason = canBeFixed_ ? std::wstring() : Load(Id::ReasonLengthParts);
+    length_.SetUsable(canBeFixed_ && optLengthFixed_.Chosen(), canBeFixed_ ? Load(Id::ReasonFixedLength) : reason);
+    limits_.SetUsable(canBeFixed_ && optLengthVariable_.Chosen(),
+                      canBeFixed_ ? Load(Id::ReasonVariableLength) : reason);
 }
 
 void CodeLength::ChooseFixed() {
     model::CodeDef& slot = slot_();
-    const Number length = length_.Box().Value();
-    slot.SetLength(Short(length), slot.MinLength(), slot.MaxLength());
-    length_.Show(length);
-    limits_.Show(slot.MinLength(), slot.MaxLength());
     EnableNumbers();
+    if (!length_.Box().Known())
+        return; // nothing is fixed before there is a length
+    const Number length = length_.Box().Value();
+    slot.ChooseLength(Short(length), slot.MinLength(), slot.MaxLength());
+    length_.Show(length);
+    ShowLimits(slot);
 }
 
 void CodeLength::ChooseVariable() {
     model::CodeDef& slot = slot_();
-    length_.Show(length_.Box().Value()); // wrong text would stay behind where nobody can put it right
-    limits_.Show(slot.MinLength(), slot.MaxLength());
-    slot.SetLength(0, Short(limits_.Least().Box().Value()), Short(limits_.Greatest().Box().Value()));
+    // Wrong text would stay behind where nobody can put it right.
+    length_.Box().Revert();
+    slot.ChooseLength(0, slot.MinLength(), slot.MaxLength());
+    ShowLimits(slot);
     EnableNumbers();
 }
 

@@ -25,6 +25,7 @@ class CodeLength {
   private:
     void ChooseFixed();
     void ChooseVariable();
+    void ShowLimits(const model::CodeDef& slot);
     void EnableNumbers();
 
     Context& context_;
@@ -34,6 +35,7 @@ class CodeLength {
     NumberField length_;
     controls::OptionButton& optLengthVariable_;
     NumberPair limits_;
+    bool canBeFixed_ = true;
 };
 
 } // namespace orv::editor

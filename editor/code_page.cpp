@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editor/node_key.h"
+#include "editor/omissions.h"
 #include "text/error.h"
 #include "text/texts.h"
 
@@ -37,7 +38,7 @@ CodePage::LocalString::LocalString(CodePage& page, controls::Widget& parent, con
                                    model::Property<std::wstring> model::CodeDef::*member)
     : frame(parent.Add<controls::Frame>(frameName)),
       field(page.context_, frame, boxName, controls::Widget::kNoIndex, false,
-            [&page, member](const std::wstring& text) { (page.Slot().*member)(text); }) {
+            [&page, member](const std::wstring& text) { model::Store(page.Slot(), member, text); }) {
     field.Label().SetCaption(Load(caption));
 }
 
@@ -137,16 +138,24 @@ void CodePage::BeforeLayout(const controls::TextMeasure& measure) {
 
 void CodePage::Fill() {
     model::CodeDef& slot = Slot();
-    const bool listed = tbrCodeType_.IndexOf(SymbologyKey(slot.CodeType())) >= 0;
-    tbrCodeType_.SetPressed(!slot.Enabled() ? kNoneKey : listed ? SymbologyKey(slot.CodeType()) : std::wstring());
+    tbrCodeType_.SetPressed(ButtonOf(slot));
     length_.Show(slot);
     fields_.Show(slot);
     options_.EnableTypes();
-    noRead_.field.Show(slot.NoReadString());
-    multipleRead_.field.Show(slot.MultipleReadString());
+    ShowField(noRead_.field, slot, &model::CodeDef::NoReadString);
+    ShowField(multipleRead_.field, slot, &model::CodeDef::MultipleReadString);
     ShowParts(slot);
     ShowStrings(slot);
     context_.setNodeText(CodeKey(Index()), slot.Description());
+}
+
+/// Key of the button that is pressed; empty for none.
+std::wstring CodePage::ButtonOf(const model::CodeDef& slot) const {
+    if (!slot.Enabled())
+        return IsUnread(slot, &model::CodeDef::Enabled) ? std::wstring() : kNoneKey;
+    const std::wstring key = SymbologyKey(slot.CodeType());
+    const bool listed = !IsUnread(slot, &model::CodeDef::CodeType) && tbrCodeType_.IndexOf(key) >= 0;
+    return listed ? key : std::wstring();
 }
 
 void CodePage::ShowParts(const model::CodeDef& slot) {
@@ -176,11 +185,17 @@ std::wstring CodePage::Caption(const std::wstring&) {
 void CodePage::ChooseSymbology(const controls::Toolbar::Button& button) {
     CommitPending();
     model::CodeDef& slot = Slot();
-    slot.Enabled(!button.tag.empty());
+    model::Store(slot, &model::CodeDef::Enabled, !button.tag.empty());
     if (!button.tag.empty())
-        slot.CodeType(std::stoi(button.tag));
+        model::Store(slot, &model::CodeDef::CodeType, std::stoi(button.tag));
     Fill(); // drops what could not be stored: its field may be hidden now and could never be put right
     context_.setCaption(Caption({}));
+}
+
+std::vector<std::wstring> CodePage::Remarks() {
+    Omissions omissions(context_.state);
+    Slot().Save(omissions.Queue());
+    return omissions.Strips(context_.root());
 }
 
 bool CodePage::CommitPending() {

@@ -13,6 +13,7 @@ class CodePage : public Page {
     explicit CodePage(Context& context);
     std::wstring Caption(const std::wstring& nodeText) override;
     bool CommitPending() override;
+    std::vector<std::wstring> Remarks() override;
 
   protected:
     void SetUp() override;
@@ -37,6 +38,7 @@ class CodePage : public Page {
     void SetUpToolbar();
     std::vector<controls::Toolbar::Button> SymbologyButtons();
     void ChooseSymbology(const controls::Toolbar::Button& button);
+    std::wstring ButtonOf(const model::CodeDef& slot) const;
     void ShowParts(const model::CodeDef& slot);
     void ShowStrings(const model::CodeDef& slot);
 

@@ -1,6 +1,7 @@
 #pragma once
 // What the editor's buttons ask of the component.
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace orv::editor {
@@ -14,6 +15,9 @@ class Commands {
     /// already and returns normally.
     virtual void Save(bool interactive) = 0;
     virtual void CloseAddOn() = 0;
+    /// Reads all values anew, whatever was changed. Raises what the host raises; nothing can be edited then until the
+    /// next activation.
+    virtual void ReadAgain() = 0;
     /// Around every handler: what it works on stays until it has returned, whatever happens while it shows a box.
     virtual void EnterHandler() {}
     virtual void LeaveHandler() {}
@@ -25,6 +29,8 @@ struct SaveReport {
     std::wstring stoppedAt; ///< entry that was refused; empty when the save failed before the first
     std::size_t written = 0;
     std::size_t total = 0;
+    std::int32_t endError = 0;      ///< code with which the device refused to end the session; 0 when it did not
+    std::wstring withoutPlace = {}; ///< what was not saved because the device contradicts itself
 };
 
 } // namespace orv::editor

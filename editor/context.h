@@ -26,8 +26,9 @@ struct Context {
     std::function<model::OutFormatConfig&()> root;
     std::function<model::ToolItems&()> catalogue;
     controls::Form& form;
-    std::function<void()> changed;     ///< the user changed something
-    std::function<void()> rebuildTree; ///< the set of nodes changed
+    std::function<void()> changed;      ///< the user changed something
+    std::function<void()> rebuildTree;  ///< the set of nodes changed
+    std::function<void()> refreshStrip; ///< what the page says of its object may be another
     /// Another text for a node, where there is one; the page's caption is the page's own business.
     std::function<void(const std::wstring& key, const std::wstring& text)> setNodeText;
     /// Selects the node whose object the page shows now, without a click on it. Nothing for an unknown key.

@@ -37,13 +37,18 @@ std::unique_ptr<Context> Editor::MakeContext() {
         .form = form_,
         .changed = [this] { SetModified(true); },
         .rebuildTree = [this] { BuildTree(); },
+        .refreshStrip = [this] { RefreshStrip(); },
         .setNodeText =
             [this](const std::wstring& key, const std::wstring& text) {
                 const controls::Tree::Node* node = shell_->tvw.FindNode(key);
                 if (node && node->text != text)
                     shell_->tvw.SetText(key, text);
             },
-        .selectNode = [this](const std::wstring& key) { SelectNode(key); },
+        .selectNode =
+            [this](const std::wstring& key) {
+                SelectNode(key);
+                ShownIs(key);
+            },
         .setCaption = [this](const std::wstring& caption) { ShowCut(shell_->lblPage, caption); },
         .jumpTo = [this](const std::wstring& key) { JumpTo(key); },
         .layOut = [this] { LayoutPages(); },
@@ -83,6 +88,7 @@ void Editor::BindShell() {
     shell_->cmdCancel->onClick = [this] { context_->Handle(L"cmdCancel_Click", [this] { commands_.CloseAddOn(); }); };
     shell_->cmdAbout->onClick = [this] { context_->Handle(L"cmdAbout_Click", [this] { ShowAbout(*context_); }); };
     shell_->cmdGuide->onClick = [this] { context_->Handle(L"cmdGuide_Click", [this] { guide_->Open(); }); };
+    shell_->cmdReadAgain->onClick = [this] { context_->Handle(L"cmdReadAgain_Click", [this] { OnReadAgain(); }); };
     form_.onFocusChanged = [this](controls::Widget*) {
         refusal_.clear();
         ShowHint();
@@ -91,16 +97,29 @@ void Editor::BindShell() {
 
 void Editor::OnApply() {
     state_.Support().CommitPanel(bottomPanelWindow ? bottomPanelWindow() : 0);
-    if (!CommitPending() || !ValidateBeforeSave())
+    if (!CommitOrShow() || !ValidateBeforeSave())
         return;
     commands_.Save(true);
 }
 
 void Editor::OnOK() {
-    if (!CommitPending() || !ValidateBeforeSave())
+    if (!CommitOrShow() || !ValidateBeforeSave())
         return;
     commands_.Save(false);
     commands_.CloseAddOn();
+}
+
+void Editor::OnReadAgain() {
+    if (modified_) {
+        const platform::MessageBox question{.text = Load(Id::ReadAgainQuestion),
+                                            .title = Load(Id::WarningTitle),
+                                            .icon = platform::Icon::Warning,
+                                            .buttons = platform::Buttons::YesNo,
+                                            .preset = platform::Answer::No};
+        if (state_.platform.boxes.Show(question) != platform::Answer::Yes)
+            return;
+    }
+    commands_.ReadAgain();
 }
 
 bool Editor::ValidateBeforeSave() {
@@ -118,6 +137,7 @@ void Editor::SetModified(bool modified) {
     modified_ = modified;
     shell_->cmdOK->SetEnabled(modified);
     shell_->cmdApply->SetEnabled(modified);
+    RefreshStrip();
     if (modified && !(saveReport_.empty() && refusal_.empty())) {
         saveReport_.clear();
         refusal_.clear();
@@ -130,10 +150,22 @@ bool Editor::NoInteractive() const {
 }
 
 bool Editor::CommitPending() {
-    bool stored = true;
+    return CommitPages() == nullptr;
+}
+
+Page* Editor::CommitPages() {
+    Page* failed = nullptr;
     for (const auto& page : pages_)
-        stored = page->CommitPending() && stored;
-    return stored;
+        if (!page->CommitPending() && !failed)
+            failed = page.get();
+    return failed;
+}
+
+bool Editor::CommitOrShow() {
+    Page* failed = CommitPages();
+    if (failed)
+        ShowPending(*failed);
+    return !failed;
 }
 
 void Editor::SetDesignFlag(bool flag) {
@@ -143,11 +175,22 @@ void Editor::SetDesignFlag(bool flag) {
 void Editor::ValuesRead() {
     readFrom_ = state_.current;
     hasRead_ = true;
+    shell_->tvw.SetEnabled(true);
     for (const auto& page : pages_) {
         page->Frame().SetEnabled(true);
         page->ForgetSetup();
     }
     RefreshDeviceLine();
+}
+
+void Editor::ValuesLost() {
+    hasRead_ = false;
+    shell_->tvw.SetEnabled(false);
+    for (const auto& page : pages_) {
+        page->Frame().DropPendingInside();
+        page->Frame().SetEnabled(false);
+    }
+    SetModified(false);
 }
 
 void Editor::Layout(controls::Size client, const controls::TextMeasure& measure) {
@@ -157,12 +200,8 @@ void Editor::Layout(controls::Size client, const controls::TextMeasure& measure)
 }
 
 void Editor::LayoutPages() {
-    if (!measure_)
-        return;
-    for (const auto& page : pages_) {
-        page->Frame().SetBounds(pageArea_);
-        page->Layout(*measure_);
-    }
+    for (const auto& page : pages_)
+        LayOutPage(*page);
 }
 
 void Editor::Resize(controls::Size client, const controls::TextMeasure& measure) {

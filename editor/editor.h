@@ -65,6 +65,13 @@ class Editor {
     void ValuesRead();
     /// Shows cluster, device and level, and the warning strip when the current device is another than the one read.
     void RefreshDeviceLine();
+    /// The values are being read anew: nothing can be edited until ValuesRead.
+    void ValuesLost();
+    /// The access level is another than the one that the values were read under.
+    bool LevelDiffers() const;
+    /// Opens the selected node's page anew, its fields set up again; nothing before the values were read. What is being
+    /// typed is stored first; where that fails, the page is shown as it is.
+    void Reopen();
     /// Lays everything out; again on each change of size or font. `measure` is
     /// kept until the next call, for pages that change their labels.
     void Layout(controls::Size client, const controls::TextMeasure& measure);
@@ -77,7 +84,17 @@ class Editor {
     void BindShell();
     void OnApply();
     void OnOK();
+    void OnReadAgain();
     bool ValidateBeforeSave();
+    /// Null when all was stored, else the first page on which something was not.
+    Page* CommitPages();
+    /// Stores what is still being typed, or shows the field that keeps it.
+    bool CommitOrShow();
+    void ShowPending(Page& page);
+    /// The page of this node is the one that is shown.
+    void ShownIs(const std::wstring& key);
+    void RefreshStrip();
+    void ShowStrips(const std::vector<std::wstring>& strips);
     void AddNodes();
     void OnNodeClick(const std::wstring& key);
     /// A number that may not stand where it stands keeps its page: leaving would drop what was typed.
@@ -90,6 +107,7 @@ class Editor {
     void Refuse(const std::wstring& reason);
     void ShowHint();
     void LayoutPages();
+    void LayOutPage(Page& page);
 
     device::DeviceState& state_;
     RootAccess root_;

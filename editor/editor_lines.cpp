@@ -3,9 +3,10 @@
 #include "editor/context.h"
 #include "editor/editor.h"
 #include "editor/fields.h"
+#include "editor/node_key.h"
 #include "editor/page.h"
 #include "editor/shell.h"
-#include "text/texts.h"
+#include "text/filled.h"
 
 namespace orv::editor {
 namespace {
@@ -47,22 +48,90 @@ std::wstring TargetWarning(const device::Target& read, const device::Target& cur
     return Load(Id::ReadFromDevice) + Place(read, clusters) + Load(Id::SavingToDevice) + Place(current, clusters);
 }
 
+std::wstring LevelWarning(const device::Target& read, const device::Target& current) {
+    return text::Filled(Id::LevelChanged, {{L"read", std::to_wstring(read.accessLevel)},
+                                           {L"level", std::to_wstring(current.accessLevel)}});
+}
+
+/// What a page says of its object is an ornament, too: a change must not fail for it.
+std::vector<std::wstring> RemarksOf(Page& page) {
+    try {
+        return page.Remarks();
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+std::wstring Lines(const std::vector<std::wstring>& strips) {
+    std::wstring lines;
+    for (const std::wstring& strip : strips)
+        lines += (lines.empty() ? L"" : L"\n") + strip;
+    return lines;
+}
+
+std::wstring ReportOf(const SaveReport& report) {
+    if (!report.complete) {
+        const std::wstring stop =
+            report.stoppedAt.empty() ? Load(Id::SaveNotStarted) : Load(Id::StoppedAt) + report.stoppedAt;
+        return stop + L", " + std::to_wstring(report.written) + L" " + Load(Id::CountOf) + L" " +
+               std::to_wstring(report.total) + Load(Id::Written);
+    }
+    std::wstring text;
+    if (report.endError != 0)
+        text = text::Filled(Id::SessionNotEnded, {{L"code", std::to_wstring(report.endError)}});
+    if (!report.withoutPlace.empty())
+        text += (text.empty() ? L"" : L". ") + text::Filled(Id::SavedWithoutPlace, {{L"list", report.withoutPlace}});
+    return text;
+}
+
 } // namespace
 
 void Editor::RefreshDeviceLine() {
     ShowCut(shell_->lblDevice, DeviceLine(*context_));
-    ShowCut(shell_->lblTarget, hasRead_ ? TargetWarning(readFrom_, state_.current) : std::wstring());
+    RefreshStrip();
     if (measure_)
         Layout({Root().Bounds().width, Root().Bounds().height}, *measure_);
 }
 
-void Editor::SetSaveReport(const SaveReport& report) {
-    saveReport_.clear();
-    if (!report.complete) {
-        saveReport_ = report.stoppedAt.empty() ? Load(Id::SaveNotStarted) : Load(Id::StoppedAt) + report.stoppedAt;
-        saveReport_ += L", " + std::to_wstring(report.written) + L" " + Load(Id::CountOf) + L" " +
-                       std::to_wstring(report.total) + Load(Id::Written);
+bool Editor::LevelDiffers() const {
+    return hasRead_ && readFrom_.accessLevel != state_.current.accessLevel;
+}
+
+void Editor::RefreshStrip() {
+    std::vector<std::wstring> strips;
+    if (hasRead_) {
+        if (const std::wstring warning = TargetWarning(readFrom_, state_.current); !warning.empty())
+            strips.push_back(warning);
+        if (LevelDiffers())
+            strips.push_back(LevelWarning(readFrom_, state_.current));
+        const NodeKind kind = ParseNodeKey(shownKey_).kind;
+        if (kind != NodeKind::Unknown)
+            for (std::wstring& remark : RemarksOf(PageOf(kind)))
+                strips.push_back(std::move(remark));
     }
+    ShowStrips(strips);
+    if (shell_->cmdReadAgain->Visible() == LevelDiffers())
+        return;
+    shell_->cmdReadAgain->SetVisible(LevelDiffers());
+    if (measure_)
+        Layout({Root().Bounds().width, Root().Bounds().height}, *measure_);
+}
+
+void Editor::ShowStrips(const std::vector<std::wstring>& strips) {
+    std::wstring shown = strips.empty() ? std::wstring() : strips.front();
+    if (strips.size() > 1)
+        shown = text::Filled(Id::OneOfStrips,
+                             {{L"number", L"1"}, {L"count", std::to_wstring(strips.size())}, {L"text", shown}});
+    const std::wstring lines = Lines(strips);
+    if (shell_->lblTarget.ToolTip() == lines)
+        return;
+    ShowCut(shell_->lblTarget, shown);
+    shell_->lblTarget.SetToolTip(lines);
+    shell_->lblTarget.SetAccessibleName(lines);
+}
+
+void Editor::SetSaveReport(const SaveReport& report) {
+    saveReport_ = ReportOf(report);
     ShowHint();
 }
 

@@ -1,4 +1,5 @@
 // The tree of definitions, and which page belongs to which node.
+#include "controls/mb_edit.h"
 #include "controls/number_box.h"
 #include "editor/context.h"
 #include "editor/editor.h"
@@ -7,13 +8,35 @@
 #include "editor/page.h"
 #include "editor/shell.h"
 #include "model/tree_labels.h"
-#include "text/texts.h"
+#include "text/filled.h"
 
 namespace orv::editor {
 namespace {
 
 using text::Id;
 using text::Load;
+
+bool Keeps(const controls::Widget& widget) {
+    if (!widget.Enabled())
+        return false;
+    if (const auto* number = dynamic_cast<const controls::NumberBox*>(&widget))
+        return number->Pending();
+    const auto* bytes = dynamic_cast<const controls::MBEdit*>(&widget);
+    return bytes && bytes->Pending();
+}
+
+/// The first field below that holds what is not stored.
+controls::Widget* PendingField(controls::Widget& below) {
+    for (const auto& child : below.Children()) {
+        if (!child->Visible())
+            continue;
+        if (Keeps(*child))
+            return child.get();
+        if (controls::Widget* found = PendingField(*child))
+            return found;
+    }
+    return nullptr;
+}
 
 controls::NumberBox* WrongNumber(controls::Widget& below) {
     for (const auto& child : below.Children()) {
@@ -26,6 +49,14 @@ controls::NumberBox* WrongNumber(controls::Widget& below) {
             return found;
     }
     return nullptr;
+}
+
+/// An item may refer to a group or a code that is not there.
+std::wstring NoSuchNode(const std::wstring& key) {
+    const NodeKey parsed = ParseNodeKey(key);
+    const std::wstring number = std::to_wstring(parsed.index);
+    return parsed.kind == NodeKind::Group ? text::Filled(Id::NoSuchGroup, {{L"group", number}})
+                                          : text::Filled(Id::NoSuchCode, {{L"code", number}});
 }
 
 } // namespace
@@ -104,7 +135,14 @@ void Editor::OnNodeClick(const std::wstring& key) {
 }
 
 void Editor::JumpTo(const std::wstring& key) {
+    if (StaysForWrongNumber())
+        return;
     CommitPending();
+    if (!shell_->tvw.FindNode(key)) {
+        form_.Boxes().Beep();
+        Refuse(NoSuchNode(key));
+        return;
+    }
     const std::wstring from = shell_->tvw.SelectedKey();
     shell_->tvw.ClearBold();
     shell_->tvw.SetSelectedKey(key);
@@ -146,13 +184,54 @@ void Editor::ShowNode(const std::wstring& key) {
     const NodeKey parsed = ParseNodeKey(key);
     Page& page = PageOf(parsed.kind);
     page.Open(parsed.index);
-    if (measure_) { // the other pages are laid out when they are opened
-        page.Frame().SetBounds(pageArea_);
-        page.Layout(*measure_);
-    }
+    LayOutPage(page); // the other pages are laid out when they are opened
     ShowPage(page.Frame());
-    shownKey_ = key;
+    ShownIs(key);
     ShowCut(shell_->lblPage, page.Caption(text));
+}
+
+void Editor::ShownIs(const std::wstring& key) {
+    shownKey_ = key;
+    PageOf(ParseNodeKey(key).kind).SetKey(key);
+    RefreshStrip();
+}
+
+void Editor::LayOutPage(Page& page) {
+    if (!measure_)
+        return;
+    page.Frame().SetBounds(pageArea_);
+    page.Layout(*measure_);
+}
+
+void Editor::Reopen() {
+    if (!hasRead_ || shownKey_.empty())
+        return;
+    const bool stored = CommitPending();
+    for (const auto& page : pages_)
+        page->ForgetSetup();
+    if (stored)
+        ShowNode(shell_->tvw.FindNode(shownKey_) ? shownKey_ : shell_->tvw.Nodes().front().key);
+    else
+        ShowPage(PageOf(ParseNodeKey(shownKey_).kind).Frame());
+    SelectNode(shownKey_);
+    RefreshDeviceLine();
+}
+
+void Editor::ShowPending(Page& page) {
+    if (!page.Frame().Visible()) {
+        LayOutPage(page);
+        ShowPage(page.Frame());
+        SelectNode(page.Key());
+        ShownIs(page.Key());
+        ShowCut(shell_->lblPage, page.Caption(shell_->tvw.FindNode(page.Key()) ? shell_->tvw.FindNode(page.Key())->text
+                                                                               : std::wstring()));
+    }
+    controls::Widget* field = PendingField(page.Frame());
+    if (!field)
+        return;
+    form_.SetFocus(*field);
+    if (auto* number = dynamic_cast<controls::NumberBox*>(field); number && !number->Valid())
+        number->Commit(); // says what is wrong
 }
 
 void Editor::ShowPage(const controls::Widget& frame) {

@@ -196,6 +196,7 @@ void MBField::Show(const std::wstring& text) {
 void MBField::StoreBytes() {
     store_(context_.Access().BytesToString(box_->Data()));
     box_->MarkStored();
+    context_.refreshStrip();
 }
 
 void MBField::TellHostOfFocus() {

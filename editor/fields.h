@@ -10,6 +10,7 @@
 #include "controls/simple_widgets.h"
 #include "device/parameter_access.h"
 #include "editor/context.h"
+#include "model/field.h"
 
 namespace orv::editor {
 
@@ -49,6 +50,9 @@ class ChoiceField {
     void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup);
     /// A value that the list lacks is shown under its own number.
     void Show(std::int32_t value) { box_->SelectData(value); }
+    /// No choice: the value was never read.
+    void ShowNothing() { box_->SetSelected(-1); }
+    bool Present() const { return present_; }
     void SetVisible(bool visible);
     /// Off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
@@ -79,6 +83,9 @@ class NumberField {
     void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup, Number least,
                Number greatest);
     void Show(Number value) { box_->SetValue(value); }
+    /// No number: the value was never read.
+    void ShowNothing() { box_->SetUnknown(); }
+    bool Present() const { return present_; }
     /// Off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
     bool CommitPending();
@@ -118,6 +125,9 @@ class MBField {
     void SetUp(const std::wstring& meaning, std::int32_t number, const device::ControlSetup& setup);
     /// Shows a text of the model; never cuts it.
     void Show(const std::wstring& text);
+    /// The value was never read.
+    void ShowNothing() { box_->SetData({}); }
+    bool Present() const { return present_; }
     /// Box and button; off with the reason, or on again if the device has the parameter.
     void SetUsable(bool usable, const std::wstring& reason = {});
     /// Label, box, button and count.
@@ -138,5 +148,20 @@ class MBField {
     controls::DropButton* names_;
     controls::Label* count_ = nullptr;
 };
+
+/// Whether a property was never read.
+template <typename Class, typename T>
+bool IsUnread(const Class& object, model::Property<T> Class::*member) {
+    return object.Marks().Any() && object.Marks().Has(model::CellOf(member));
+}
+
+/// Shows a property; nothing where it was never read although the device has it.
+template <typename Field, typename Class, typename T>
+void ShowField(Field& field, const Class& object, model::Property<T> Class::*member) {
+    if (field.Present() && IsUnread(object, member))
+        field.ShowNothing();
+    else
+        field.Show((object.*member)());
+}
 
 } // namespace orv::editor

@@ -2,6 +2,7 @@
 
 #include "editor/export_command.h"
 #include "editor/node_key.h"
+#include "editor/omissions.h"
 #include "editor/output_segments.h"
 #include "model/tree_labels.h"
 #include "text/texts.h"
@@ -10,6 +11,7 @@ namespace orv::editor {
 namespace {
 
 using controls::OutputStrip;
+using model::StandardFormat;
 using text::Id;
 using text::Load;
 
@@ -33,12 +35,9 @@ FormatDefPage::FormatDefPage(Context& context)
       optStdFormat_(fraFormatKind_.Add<controls::OptionButton>(L"optStdFormat")),
       optAdvFormat_(fraFormatKind_.Add<controls::OptionButton>(L"optAdvFormat")),
       fraStdFormat_(frame_.Add<controls::Frame>(L"fraStdFormat")),
-      header_(AddField(L"mbeHeader", Id::Header,
-                       [this](const std::wstring& text) { context_.root().StandardFormat().Header(text); })),
-      separator_(AddField(L"mbeSeparator", Id::Separator,
-                          [this](const std::wstring& text) { context_.root().StandardFormat().CodeSeparator(text); })),
-      terminator_(AddField(L"mbeTerminator", Id::Terminator,
-                           [this](const std::wstring& text) { context_.root().StandardFormat().Terminator(text); })),
+      header_(AddField(L"mbeHeader", Id::Header, &StandardFormat::Header)),
+      separator_(AddField(L"mbeSeparator", Id::Separator, &StandardFormat::CodeSeparator)),
+      terminator_(AddField(L"mbeTerminator", Id::Terminator, &StandardFormat::Terminator)),
       output_(fraStdFormat_.Add<OutputStrip>(L"stdOutput")),
       fraAdvFormats_(frame_.Add<controls::Frame>(L"fraAdvFormats")),
       plsFormats_(fraAdvFormats_.Add<controls::PictureList>(L"plsFormats")),
@@ -71,9 +70,10 @@ controls::LayoutPtr FormatDefPage::StandardFields() {
     return fields;
 }
 
-std::unique_ptr<MBField> FormatDefPage::AddField(const wchar_t* name, Id caption, MBField::Store store) {
-    auto field =
-        std::make_unique<MBField>(context_, fraStdFormat_, name, controls::Widget::kNoIndex, true, std::move(store));
+std::unique_ptr<MBField> FormatDefPage::AddField(const wchar_t* name, Id caption, StringProperty property) {
+    auto field = std::make_unique<MBField>(
+        context_, fraStdFormat_, name, controls::Widget::kNoIndex, true,
+        [this, property](const std::wstring& text) { model::Store(context_.root().StandardFormat(), property, text); });
     field->Label().SetCaption(Load(caption));
     return field;
 }
@@ -105,7 +105,7 @@ void FormatDefPage::AddOverview() {
 
 void FormatDefPage::ChooseKind(const wchar_t* handler, bool advanced) {
     context_.Handle(handler, [this, advanced] {
-        context_.root().Advanced(advanced);
+        model::Store(context_.root(), &model::OutFormatConfig::Advanced, advanced);
         context_.changed();
         context_.rebuildTree();
         ShowOverview();
@@ -115,6 +115,7 @@ void FormatDefPage::ChooseKind(const wchar_t* handler, bool advanced) {
 void FormatDefPage::SetUp() {
     device::ParameterAccess access = context_.Access();
     const device::ControlSetup kind = access.SetupFor(kAdvanced);
+    kindPresent_ = kind.present;
     for (controls::OptionButton* option : {&optStdFormat_, &optAdvFormat_}) {
         option->SetHint(FieldHint(Load(Id::HintFormatKind), kAdvanced, kind));
         option->SetToolTip(kind.present ? std::wstring() : option->Hint());
@@ -126,11 +127,13 @@ void FormatDefPage::SetUp() {
 }
 
 void FormatDefPage::Fill() {
-    model::OutFormatConfig& root = context_.root();
-    (root.Advanced() ? optAdvFormat_ : optStdFormat_).SetChosen(true);
-    header_->Show(root.StandardFormat().Header());
-    separator_->Show(root.StandardFormat().CodeSeparator());
-    terminator_->Show(root.StandardFormat().Terminator());
+    const model::OutFormatConfig& root = context_.root();
+    const bool unread = kindPresent_ && IsUnread(root, &model::OutFormatConfig::Advanced);
+    optAdvFormat_.SetChosen(!unread && root.Advanced());
+    optStdFormat_.SetChosen(!unread && !root.Advanced());
+    ShowField(*header_, root.StandardFormat(), &StandardFormat::Header);
+    ShowField(*separator_, root.StandardFormat(), &StandardFormat::CodeSeparator);
+    ShowField(*terminator_, root.StandardFormat(), &StandardFormat::Terminator);
     ShowOverview();
 }
 
@@ -159,6 +162,12 @@ void FormatDefPage::ShowOutput() {
     segments.push_back(code);
     AppendContent(segments, terminator_->Box().Core());
     output_.SetSegments(std::move(segments));
+}
+
+std::vector<std::wstring> FormatDefPage::Remarks() {
+    Omissions omissions(context_.state);
+    context_.root().SaveFormatSettings(omissions.Queue());
+    return omissions.Strips(context_.root());
 }
 
 bool FormatDefPage::CommitPending() {

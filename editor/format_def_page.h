@@ -14,13 +14,16 @@ class FormatDefPage : public Page {
   public:
     explicit FormatDefPage(Context& context);
     bool CommitPending() override;
+    std::vector<std::wstring> Remarks() override;
 
   protected:
     void SetUp() override;
     void Fill() override;
 
   private:
-    std::unique_ptr<MBField> AddField(const wchar_t* name, text::Id caption, MBField::Store store);
+    using StringProperty = model::Property<std::wstring> model::StandardFormat::*;
+
+    std::unique_ptr<MBField> AddField(const wchar_t* name, text::Id caption, StringProperty property);
     void AddFormatKind();
     void AddOverview();
     controls::LayoutPtr StandardFields();
@@ -29,6 +32,7 @@ class FormatDefPage : public Page {
     void ShowOverview();
     void OpenFormat(int position);
 
+    bool kindPresent_ = false;
     controls::Frame& fraFormatKind_;
     controls::OptionButton& optStdFormat_;
     controls::OptionButton& optAdvFormat_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editor/node_key.h"
+#include "editor/omissions.h"
 #include "editor/shell.h"
 #include "model/tree_labels.h"
 
@@ -52,8 +53,9 @@ GroupPage::GroupPage(Context& context)
 }
 
 std::unique_ptr<MBField> GroupPage::AddField(const wchar_t* name, Id caption, StringProperty property) {
-    auto field = std::make_unique<MBField>(context_, frame_, name, controls::Widget::kNoIndex, true,
-                                           [this, property](const std::wstring& text) { (Shown().*property)(text); });
+    auto field = std::make_unique<MBField>(
+        context_, frame_, name, controls::Widget::kNoIndex, true,
+        [this, property](const std::wstring& text) { model::Store(Shown(), property, text); });
     field->Label().SetCaption(Load(caption));
     return field;
 }
@@ -99,6 +101,7 @@ void GroupPage::Change(const wchar_t* handler, Action action) {
     context_.Edit(handler, [&] {
         model::Group& group = Shown();
         action(group);
+        context_.root().Codes().GroupsChanged();
         ShowExpression();
         context_.setNodeText(GroupKey(group.Index()), model::NodeText(group));
         context_.setCaption(Caption({}));
@@ -174,8 +177,8 @@ void GroupPage::ShowGroup() {
     for (int row = 0; row < static_cast<int>(lvwCodes_.Rows().size()); ++row)
         lvwCodes_.SetChecked(row, Refers(group, lvwCodes_.Rows()[static_cast<std::size_t>(row)].data));
     chkOptional_.SetChecked(group.IsOptional());
-    noRead_->Show(group.NoReadString());
-    multipleRead_->Show(group.MultipleReadString());
+    ShowField(*noRead_, group, &model::Group::NoReadString);
+    ShowField(*multipleRead_, group, &model::Group::MultipleReadString);
     ShowExpression();
 }
 
@@ -237,6 +240,14 @@ void GroupPage::OnCheck(int row, bool checked) {
 void GroupPage::GoToCode(int row) {
     if (row >= 0)
         context_.jumpTo(CodeKey(lvwCodes_.Rows()[static_cast<std::size_t>(row)].data));
+}
+
+std::vector<std::wstring> GroupPage::Remarks() {
+    const model::Codes& codes = context_.root().Codes();
+    Omissions omissions(context_.state);
+    codes.SaveExpression(omissions.Queue());
+    codes.SaveGroups(omissions.Queue());
+    return omissions.Strips(context_.root());
 }
 
 bool GroupPage::CommitPending() {

@@ -18,6 +18,7 @@ class GroupPage : public Page {
     explicit GroupPage(Context& context);
     std::wstring Caption(const std::wstring& nodeText) override;
     bool CommitPending() override;
+    std::vector<std::wstring> Remarks() override;
 
   protected:
     void SetUp() override;

@@ -108,7 +108,7 @@ void ItemList::Take(const std::wstring& key) {
 void ItemList::Drop(const std::wstring& key, int gap) {
     context_.Handle(L"pls_ItemDrop", [&] {
         try {
-            if (!onLeave() || IsFull())
+            if (!onLeave() || CountIsFixed() || IsFull())
                 return;
             Insert(key, gap);
             context_.changed();
@@ -118,6 +118,14 @@ void ItemList::Drop(const std::wstring& key, int gap) {
                 {Load(Id::ItemDropError) + error.Description(), Load(Id::AddOnTitle), platform::Icon::Critical});
         }
     });
+}
+
+bool ItemList::CountIsFixed() {
+    if (format_().ItemCountIsRead())
+        return false;
+    context_.form.Boxes().Beep();
+    context_.refuse(Load(Id::HintItems) + L": " + Load(Id::ReasonItemCount));
+    return true;
 }
 
 bool ItemList::IsFull() {
@@ -147,6 +155,8 @@ void ItemList::Move(int item, int to) {
         // Taking the item out shifts those behind it.
         const int wanted = to > item ? to - 1 : to;
         const int place = std::clamp(wanted, 1, static_cast<int>(items.Count()));
+        if (place == item)
+            return;
         items.Add(items.Remove(item), static_cast<std::int16_t>(place), {});
         Show(place);
         context_.changed();
@@ -155,6 +165,8 @@ void ItemList::Move(int item, int to) {
 
 void ItemList::Delete(int item) {
     context_.Handle(L"pls_ItemDelete", [&] {
+        if (CountIsFixed())
+            return;
         const platform::MessageBox question{Load(Id::RemoveSelectedItem), Load(Id::WarningTitle),
                                             platform::Icon::Warning, platform::Buttons::YesNo, platform::Answer::No};
         if (context_.state.platform.boxes.Show(question) != platform::Answer::Yes)

@@ -47,6 +47,8 @@ class ItemList {
   private:
     void Drop(const std::wstring& key, int gap);
     void Insert(const std::wstring& key, int gap);
+    /// True when no item may be added or removed; says so.
+    bool CountIsFixed();
     bool IsFull();
     void Move(int item, int to);
     void Delete(int item);

@@ -13,6 +13,7 @@ namespace {
 
 using namespace model::item_category;
 using model::OutItem;
+using model::Store;
 using text::Id;
 using text::Load;
 
@@ -90,32 +91,32 @@ void ItemPanel::StoreType(std::int32_t data) {
     const std::int32_t type = data % kTypesPerCategory;
     // Looked up first: what takes memory must not fail between the type and its format.
     const Format format = FormatUnder(context_.catalogue().Find(model::CatalogueKey(category, type)), item);
-    item.ItemCategory(category);
-    item.CodeRelType(type);
-    item.GlobalType(type);
-    item.FormatType(format.type);
-    item.FormatLength(format.length);
+    Store(item, &OutItem::ItemCategory, category);
+    Store(item, &OutItem::CodeRelType, type);
+    Store(item, &OutItem::GlobalType, type);
+    Store(item, &OutItem::FormatType, format.type);
+    Store(item, &OutItem::FormatLength, format.length);
     FillLists();
     FillFormat();
     Changed();
 }
 
 void ItemPanel::StoreCode(std::int32_t code) {
-    Item().CodeNumber(static_cast<std::uint8_t>(code));
+    Store(Item(), &OutItem::CodeNumber, static_cast<std::uint8_t>(code));
     Changed();
 }
 
 void ItemPanel::StoreFormat(std::int32_t format) {
     OutItem& item = Item();
     const std::uint8_t length = LengthUnder(Entry(), format, item.FormatLength());
-    item.FormatType(format);
-    item.FormatLength(length);
+    Store(item, &OutItem::FormatType, format);
+    Store(item, &OutItem::FormatLength, length);
     ShowLengthRule();
     Changed();
 }
 
 void ItemPanel::StoreDevice(std::int32_t device) {
-    Item().DeviceNumber(static_cast<std::int16_t>(device));
+    Store(Item(), &OutItem::DeviceNumber, static_cast<std::int16_t>(device));
     Changed();
 }
 
@@ -145,9 +146,9 @@ void ItemPanel::FillLists() {
     const OutItem& item = Item();
     int selected = -1;
     type_.Box().SetEntries(TypeEntries(context_.catalogue(), item, selected));
-    type_.Box().SetSelected(selected);
+    type_.Box().SetSelected(type_.Present() && !TypeIsRead(item) ? -1 : selected);
     codeSel_.Box().SetEntries(CodeEntries(context_.root()));
-    codeSel_.Show(item.CodeNumber());
+    ShowField(codeSel_, item, &OutItem::CodeNumber);
 }
 
 void ItemPanel::FillFormat() {
@@ -160,7 +161,7 @@ void ItemPanel::FillFormat() {
         std::none_of(entries.begin(), entries.end(), [&](const auto& e) { return e.data == format; }))
         entries.push_back({model::kFormatNames[format], format});
     format_.Box().SetEntries(std::move(entries));
-    format_.Show(format);
+    ShowField(format_, item, &OutItem::FormatType);
     ShowLengthRule();
 }
 
@@ -173,24 +174,24 @@ void ItemPanel::ShowLengthRule() {
     setup.description.maximum = lengths.greatest;
     formatLen_.SetUp(Load(Id::HintItemFormatLength), kFormatLength, setup, 0, 255);
     formatLen_.Box().SetAllowed(std::move(lengths.allowed));
-    formatLen_.Show(item.FormatLength());
+    ShowField(formatLen_, item, &OutItem::FormatLength);
 }
 
 void ItemPanel::FillValues() {
     const OutItem& item = Item();
-    link_.Show(item.LinkTo());
-    align_.Show(item.Alignment());
-    alignLength_.Show(item.AlignLength());
-    alignFiller_.Show(item.AlignFiller());
-    diagsEvent_.Show(item.DiagnosticEvent());
-    userString_.Show(item.StringText());
-    codeCut_.Show(item.CodeCut());
-    cutLeading_.Show(item.CodeCutLeading());
-    cutTrailing_.Show(item.CodeCutTrailing());
-    cutPattern_.Show(item.CodeCutPattern());
-    cutPatternMode_.Show(item.CodeCutPatternMode());
-    deviceSel_.Show(item.DeviceNumber());
-    scaleType_.Show(item.ScaleType());
+    ShowField(link_, item, &OutItem::LinkTo);
+    ShowField(align_, item, &OutItem::Alignment);
+    ShowField(alignLength_, item, &OutItem::AlignLength);
+    ShowField(alignFiller_, item, &OutItem::AlignFiller);
+    ShowField(diagsEvent_, item, &OutItem::DiagnosticEvent);
+    ShowField(userString_, item, &OutItem::StringText);
+    ShowField(codeCut_, item, &OutItem::CodeCut);
+    ShowField(cutLeading_, item, &OutItem::CodeCutLeading);
+    ShowField(cutTrailing_, item, &OutItem::CodeCutTrailing);
+    ShowField(cutPattern_, item, &OutItem::CodeCutPattern);
+    ShowField(cutPatternMode_, item, &OutItem::CodeCutPatternMode);
+    ShowField(deviceSel_, item, &OutItem::DeviceNumber);
+    ShowField(scaleType_, item, &OutItem::ScaleType);
 }
 
 void ItemPanel::ShowWhatApplies() {

@@ -107,7 +107,7 @@ void ItemPanel::SetCaptions() {
 ChoiceField ItemPanel::Choice(controls::Frame& parent, const wchar_t* name,
                               model::Property<std::int32_t> OutItem::*member) {
     ChoiceField field(context_, parent, name, [this, member](std::int32_t value) {
-        (Item().*member)(value);
+        model::Store(Item(), member, value);
         Changed();
     });
     field.Box().SetWidth(kChoiceWidth);
@@ -124,7 +124,7 @@ ChoiceField ItemPanel::SpecialChoice(controls::Frame& parent, const wchar_t* nam
 template <typename T>
 NumberField ItemPanel::Count(controls::Frame& parent, const wchar_t* name, model::Property<T> OutItem::*member) {
     return {context_, parent, name, [this, member](NumberField::Number number) {
-                (Item().*member)(static_cast<T>(number));
+                model::Store(Item(), member, static_cast<T>(number));
                 Changed();
                 return true;
             }};
@@ -132,7 +132,7 @@ NumberField ItemPanel::Count(controls::Frame& parent, const wchar_t* name, model
 
 MBField ItemPanel::Bytes(controls::Frame& parent, const wchar_t* name, model::Property<std::wstring> OutItem::*member) {
     return {context_, parent, name, kNoIndex, false, [this, member](const std::wstring& text) {
-                (Item().*member)(text);
+                model::Store(Item(), member, text);
                 Changed();
             }};
 }

@@ -11,6 +11,8 @@ namespace orv::editor {
 namespace {
 
 using namespace model::item_category;
+using model::CellOf;
+using model::ReadMarks;
 using text::Id;
 using text::Load;
 
@@ -47,8 +49,17 @@ std::wstring DescriptionOrEmpty(device::ParameterAccess& access, std::int16_t de
 
 } // namespace
 
+bool TypeIsRead(const model::OutItem& item) {
+    const ReadMarks& marks = item.Marks();
+    if (!marks.Any())
+        return true;
+    const auto type = item.ItemCategory() == kGlobal ? &model::OutItem::GlobalType : &model::OutItem::CodeRelType;
+    return !marks.Has(CellOf(&model::OutItem::ItemCategory)) &&
+           (item.ItemCategory() == kMiscellaneous || !marks.Has(CellOf(type)));
+}
+
 const model::ToolItem* EntryOf(model::ToolItems& catalogue, const model::OutItem& item) {
-    return catalogue.Find(item.GetItemTypeKey());
+    return TypeIsRead(item) ? catalogue.Find(item.GetItemTypeKey()) : nullptr;
 }
 
 std::wstring PictureOf(const model::ToolItem* entry, const model::OutItem& item) {
@@ -59,6 +70,8 @@ std::wstring PictureOf(const model::ToolItem* entry, const model::OutItem& item)
 }
 
 std::wstring TypeText(const model::ToolItem* entry, const model::OutItem& item) {
+    if (!entry && !TypeIsRead(item))
+        return Load(Id::ItemTypeNotRead);
     return entry ? entry->ItemText() : Load(Id::UnknownType) + std::to_wstring(TypeOf(item));
 }
 

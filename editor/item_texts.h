@@ -13,7 +13,9 @@ namespace orv::editor {
 
 using Entries = std::vector<controls::ComboBox::Entry>;
 
-/// Null for a type that the catalogue does not hold.
+/// Category and type, as far as the category asks for one.
+bool TypeIsRead(const model::OutItem& item);
+/// Null for a type that the catalogue does not hold, or that was never read.
 const model::ToolItem* EntryOf(model::ToolItems& catalogue, const model::OutItem& item);
 /// Key of the item's picture; empty when there is none.
 std::wstring PictureOf(const model::ToolItem* entry, const model::OutItem& item);

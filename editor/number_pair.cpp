@@ -7,13 +7,14 @@ NumberPair::NumberPair(Context& context, controls::Widget& parent, const std::ws
     : context_(context), storeLeast_(std::move(storeLeast)), storeGreatest_(std::move(storeGreatest)),
       least_(context, parent, leastName,
              [this](Number number) {
-                 if (!Fits(number <= greatest_.Box().Value(), number, greatest_, storeGreatest_))
+                 if (!Fits(!greatest_.Box().Known() || number <= greatest_.Box().Value(), number, greatest_,
+                           storeGreatest_))
                      return false;
                  storeLeast_(number);
                  return true;
              }),
       greatest_(context, parent, greatestName, [this](Number number) {
-          if (!Fits(number >= least_.Box().Value(), number, least_, storeLeast_))
+          if (!Fits(!least_.Box().Known() || number >= least_.Box().Value(), number, least_, storeLeast_))
               return false;
           storeGreatest_(number);
           return true;
@@ -32,11 +33,6 @@ bool NumberPair::Fits(bool fits, Number number, NumberField& other, const Store&
     tookAlong_ = true;
     context_.changed();
     return false;
-}
-
-void NumberPair::Show(Number least, Number greatest) {
-    least_.Show(least);
-    greatest_.Show(greatest);
 }
 
 void NumberPair::SetUsable(bool usable, const std::wstring& reason) {

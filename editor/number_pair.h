@@ -22,7 +22,6 @@ class NumberPair {
 
     NumberField& Least() { return least_; }
     NumberField& Greatest() { return greatest_; }
-    void Show(Number least, Number greatest);
     void SetUsable(bool usable, const std::wstring& reason = {});
     /// Asks a second time where the first one took the other number along.
     bool CommitPending();

@@ -2,6 +2,7 @@
 // One page of the editor.
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "controls/frame.h"
 #include "controls/layout.h"
@@ -26,6 +27,11 @@ class Page {
     virtual std::wstring Caption(const std::wstring& nodeText) { return nodeText; }
     /// Stores what is still being typed; false when a handler failed, which was shown.
     virtual bool CommitPending() = 0;
+    /// What the strip above the page says of the object shown: contradictions, what was not read, what is hidden.
+    virtual std::vector<std::wstring> Remarks() { return {}; }
+    /// Of the node that the page shows, or showed last.
+    const std::wstring& Key() const { return key_; }
+    void SetKey(const std::wstring& key) { key_ = key; }
     /// The frame has its bounds.
     void Layout(const controls::TextMeasure& measure);
 
@@ -44,6 +50,7 @@ class Page {
     controls::LayoutPtr layout_;
 
   private:
+    std::wstring key_;
     bool setUp_ = false;
     int index_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "editor/palette.h"
 
+#include "editor/fields.h"
 #include "model/out_item.h"
 #include "text/texts.h"
 
@@ -77,6 +78,11 @@ Palette::Section Palette::AddSection(std::int32_t category, const wchar_t* name,
 void Palette::SetUp() {
     for (Section& section : sections_)
         Fill(section);
+}
+
+void Palette::SetUsable(bool usable, const std::wstring& reason) {
+    for (Section& section : sections_)
+        SetFieldUsable(section.buttons, Load(Id::HintPalette), true, usable, reason);
 }
 
 void Palette::Fill(Section& section) {

@@ -17,6 +17,8 @@ class Palette {
 
     /// Fills the sections from the catalogue.
     void SetUp();
+    /// Off with the reason, or on again.
+    void SetUsable(bool usable, const std::wstring& reason);
     controls::LayoutPtr Layout();
 
     /// Key of an item that was chosen without a place to put it.

@@ -28,6 +28,13 @@ Shell::Shell(controls::Form& owner)
     for (controls::Label* label : {&lblPage, &lblDevice, &lblTarget})
         label->SetElides(true);
     lblPage.SetHeading(true);
+    cmdReadAgain = &owner.Root().Add<controls::Button>(L"cmdReadAgain");
+    cmdReadAgain->SetCaption(Load(Id::ReadAgain));
+    cmdReadAgain->SetToolTip(Load(Id::TipReadAgain));
+    cmdReadAgain->SetHint(Load(Id::TipReadAgain));
+    cmdReadAgain->SetNarrow(true);
+    cmdReadAgain->SetReleases(true);
+    cmdReadAgain->SetVisible(false);
 }
 
 void Shell::AddBottom() {
@@ -111,8 +118,13 @@ Rect Shell::LayoutHead(const Rect& right, const TextMeasure& measure) {
     lblPage.SetBounds({right.x, right.y, std::max(0, right.width - gap - device), line});
     lblDevice.SetBounds({right.Right() - device, right.y, device, line});
     // The strip keeps its line when it has nothing to say: a warning that moves the fields would be one more trap.
-    lblTarget.SetBounds({right.x, right.y + line + gap / 2, right.width, line + gap / 2});
-    const int top = lblTarget.Bounds().Bottom() + gap / 2;
+    const Rect strip{right.x, right.y + line + gap / 2, right.width, line + gap / 2};
+    const int button = cmdReadAgain->Visible() ? cmdReadAgain->MinimumSize(measure).width + gap : 0;
+    lblTarget.SetBounds({strip.x, strip.y, std::max(0, strip.width - button), strip.height});
+    // As high as the strip and a little of the gaps round it: the page keeps its place.
+    cmdReadAgain->SetBounds(
+        {strip.Right() - button + gap, strip.y - gap / 4, std::max(0, button - gap), strip.height + gap / 2});
+    const int top = strip.Bottom() + gap / 2;
     return {right.x, top, right.width, std::max(0, right.Bottom() - top)};
 }
 

@@ -22,7 +22,8 @@ class Shell {
     controls::Tree& tvw;
     controls::Label& lblPage;
     controls::Label& lblDevice;
-    controls::Label& lblTarget; ///< warns of another device than the one read
+    controls::Label& lblTarget;               ///< the strip above the page: what is wrong, or not saved
+    controls::Button* cmdReadAgain = nullptr; ///< beside the strip, while it offers that
     controls::Frame* fraDesign = nullptr;
     controls::Frame* picBottom = nullptr;
     controls::Label* lblHint = nullptr;

@@ -130,7 +130,7 @@ void TransportsDialog::ShowUsers(int row) {
 }
 
 void TransportsDialog::OnOK() {
-    context_.root().AdvancedFormats().Item(index_).Transports(working_);
+    model::Store(context_.root().AdvancedFormats().Item(index_), &model::AdvancedFormat::Transports, working_);
     confirmed_ = true;
     Close();
 }

@@ -220,6 +220,7 @@ def base(cluster_name, model):
 
 
 def conveyor():
+    """Its third item takes code 3, which is group 3 here, and there are two groups: on purpose, for what says so."""
     name = "Conveyor 7"
     return [(0, name)], [device(0, 0, "Sorter head", base(name, 2))]
 
@@ -254,6 +255,26 @@ def bare():
     return [(0, "Counter")], [dev]
 
 
+def odd():
+    """A conveyor that answers nonsense, or nothing: what the strip above the pages says. Not kept as a file."""
+    clusters, devices = conveyor()
+    devices.append(device(0, 1, "Slave 1", base("Conveyor 7", 2)))
+    parameters = {entry["number"]: entry for entry in devices[0].parameters}
+    parameters[72]["values"] = [2]
+    parameters[191]["values"] = ["1|2^3&4"]
+    parameters[3002]["values"][2] = None
+    parameters[3003]["values"][2] = None
+    parameters[14]["values"] = [None]
+    parameters[7]["values"] = [None]
+    parameters[350]["values"] = [30]
+    parameters[349]["values"][0] = 21
+    parameters[352]["values"][1] = None
+    parameters[345]["values"][0] = None
+    for number in (357, 366):
+        parameters[number]["level"] = 3
+    return clusters, devices
+
+
 def compact(value):
     return json.dumps(value, ensure_ascii=False, separators=(",", ":"))
 
@@ -272,6 +293,9 @@ def render(clusters, devices, access_level=3):
 
 
 def main():
+    if sys.argv[1:] == ["--odd"]:
+        sys.stdout.write(render(*odd(), access_level=2))
+        return
     folder = sys.argv[1] if len(sys.argv) > 1 else os.path.dirname(os.path.abspath(__file__))
     for name, make in (("conveyor", conveyor), ("tunnel", tunnel), ("tiny", tiny), ("bare", bare)):
         with open(os.path.join(folder, name + ".json"), "w", encoding="utf-8", newline="\n") as out:

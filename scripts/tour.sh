@@ -141,6 +141,10 @@ shots() {
         done
     done
     at_dpi 96
+    python3 samples/make_samples.py --odd >out/odd.json
+    for size in 640x480 1600x1000; do
+        play samples/strips.play out/odd.json "out/shots/strips-$size" --size "$size" --level 2 >/dev/null
+    done
     play samples/bare.play samples/bare.json out/shots/bare --level 3 --size 800x560 >/dev/null
     play samples/other-device.play samples/tunnel.json out/shots/other-device --cluster 1 --level 3 --size 800x560 >/dev/null
     play samples/slave.play samples/tunnel.json out/shots/slave --cluster 1 --device 2 --level 3 --size 800x560 >/dev/null

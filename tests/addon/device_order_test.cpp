@@ -137,6 +137,7 @@ TEST(SaveOrder, GoesAsFarAsTheDeviceLetsIt) {
         EXPECT_EQ(saving.cache->WrittenCount(), c.written);
         EXPECT_EQ(saving.cache->LastSAPError(), c.sapError);
         EXPECT_EQ(saving.state.common->lastTransportError, c.transportError);
+        EXPECT_EQ(saving.cache->EndError(), c.written == 2 ? c.transportError : 0);
     }
 }
 

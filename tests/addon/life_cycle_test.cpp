@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/addon/session.h"
+#include "tests/support/scripted_service.h"
 
 namespace orv::addon {
 namespace {
@@ -187,6 +188,20 @@ TEST(LifeCycle, AFailedApplyKeepsTheChangesAndSaysHowFarItCame) {
     session.Press(L"cmdApply");
     EXPECT_EQ(session.Boxes().size(), 1U);
     EXPECT_EQ(session.OnDevice(6), session.InHost(6));
+}
+
+TEST(LifeCycle, ASaveWhoseSessionTheDeviceDoesNotEndIsWholeAndSaysSo) {
+    Session session;
+    session.Start();
+    session.Edit();
+    const auto service = std::make_shared<test::ScriptedService>();
+    session.bench.host.SetService(service);
+    service->codes.assign(session.state.root->Plan().writes.size() + 2, 0); // connection and start before them
+    service->codes.push_back(310);
+    session.Press(L"cmdApply");
+    EXPECT_TRUE(session.Boxes().empty());
+    EXPECT_FALSE(session.Widget(L"cmdApply").Enabled());
+    EXPECT_THAT(session.Widget(L"lblHint").Caption(), testing::HasSubstr(L"did not end the session (code 310)"));
 }
 
 TEST(LifeCycle, SurvivesBeingDestroyedWithoutBeingShown) {

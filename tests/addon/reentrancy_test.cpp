@@ -42,7 +42,7 @@ TEST(Reentrancy, ClosingWhileASaveWaitsForASilentDeviceEndsCleanly) {
 }
 
 TEST(Reentrancy, CallsFromInsideASaveDoNoHarm) {
-    Session session;
+    Session session("tunnel.json");
     session.Start();
     session.Edit();
     int inside = 0;
@@ -52,7 +52,7 @@ TEST(Reentrancy, CallsFromInsideASaveDoNoHarm) {
         session.Press(L"cmdApply"); // refused: a save runs
         session.addOn->Activate();  // put off
         session.addOn->Show();      // put off
-        session.addOn->CurrentDeviceIndex(9);
+        session.addOn->CurrentDeviceIndex(2);
     });
     session.Press(L"cmdApply");
     session.addOn->CurrentDeviceIndex(0);

@@ -182,6 +182,10 @@ TEST_F(AdvFormatPageTest, MovesRenumberAndKeepTheItemSelected) {
             EXPECT_EQ(Item(4, position).Index(), position);
         EXPECT_TRUE(editor->Modified());
     }
+    editor->SetModified(false);
+    for (const int gap : {1, 2})
+        List().onMove(1, gap);
+    EXPECT_FALSE(editor->Modified()) << "its own place is no move";
     editor->Form().SetFocus(List());
     List().Select(1);
     editor->Form().RouteKey({.key = Key::Up, .alt = true});

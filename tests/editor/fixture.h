@@ -22,6 +22,7 @@ struct EditorFixture : testing::Test, editor::Commands {
     std::unique_ptr<editor::Editor> editor;
     std::vector<bool> saves; ///< the `interactive` of each
     int closes = 0;
+    int readings = 0;
     std::function<void()> whileSaving;
     bool rootFails = false; ///< whoever asks the editor for the root meets an error
 
@@ -55,6 +56,7 @@ struct EditorFixture : testing::Test, editor::Commands {
             whileSaving();
     }
     void CloseAddOn() override { ++closes; }
+    void ReadAgain() override { ++readings; }
 
     /// What the user does in the next dialogs; none left: each is dismissed.
     std::deque<std::function<void(controls::Dialog&)>> inDialog;

@@ -141,7 +141,10 @@ class Reading {
         Choice(L"cboGlobNoRead", config_.GlobNoReadMsgType());
         Choice(L"cboNoReadMsg", codes.NoReadMessage());
         Choice(L"cboMultiReadMsg", codes.MultiReadMessage());
-        Choice(L"cboSlotsCount", codes.Groups().Count());
+        if (codes.ExpressionIsRead())
+            Choice(L"cboSlotsCount", codes.Groups().Count());
+        else
+            Expect(In<controls::ComboBox>(L"cboSlotsCount").Selected() < 0, L"cboSlotsCount");
         Bytes(L"mbeNoReadStr", codes.NoReadString());
         Bytes(L"mbeMultiReadStr", codes.MultiReadString());
         for (const auto& child : page_->Find(L"fraCodeCombOptions")->Children())

@@ -35,6 +35,7 @@ struct Session : test::EditorFixture {
                     .form = editor->Form(),
                     .changed = [] {},
                     .rebuildTree = [] {},
+                    .refreshStrip = [] {},
                     .setNodeText = [](auto&, auto&) {},
                     .selectNode = [](auto&) {},
                     .setCaption = [](auto&) {},
