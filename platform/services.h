@@ -69,7 +69,7 @@ class Registry {
 
 struct SaveFileRequest {
     std::wstring title;
-    std::wstring filterName;
+    std::wstring filterName; ///< shown as it stands, so it names the pattern, too
     std::wstring filterPattern;
     std::wstring defaultExtension;
     std::wstring suggestedName;

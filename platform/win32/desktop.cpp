@@ -36,10 +36,9 @@ std::wstring ModulePath() {
     }
 }
 
-// "name (pattern)", zero, pattern, zero, zero.
+// Name, zero, pattern, zero, zero.
 std::wstring FilterText(const SaveFileRequest& request) {
     std::wstring filter = request.filterName;
-    filter.append(L" (").append(request.filterPattern).append(L")");
     filter.push_back(L'\0');
     filter.append(request.filterPattern);
     filter.push_back(L'\0');

@@ -1,3 +1,5 @@
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "debug_lines.h"
@@ -98,6 +100,47 @@ TEST(Desktop, ReadsCopiesAndRemovesFiles) {
     EXPECT_THROW(desktop.ReadStart(copy, 4), Error);
     EXPECT_THROW(desktop.DuplicateFile(copy, own + L".x"), Error);
     EXPECT_EQ(desktop.ComponentVersion().major, 0) << "a program without a record";
+}
+
+constexpr int kFilterListId = 0x470; // of the system's dialogs for files
+
+/// Into a list of texts, those of the list of filters.
+BOOL CALLBACK ReadFilters(HWND window, LPARAM list) {
+    if (GetDlgCtrlID(window) != kFilterListId)
+        return TRUE;
+    for (int i = 0; i < static_cast<int>(SendMessageW(window, CB_GETCOUNT, 0, 0)); ++i) {
+        wchar_t text[256] = {};
+        SendMessageW(window, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        reinterpret_cast<std::vector<std::wstring>*>(list)->push_back(text);
+    }
+    return FALSE;
+}
+
+BOOL CALLBACK ReadFiltersAndCancel(HWND window, LPARAM list) {
+    EnumChildWindows(window, &ReadFilters, list);
+    if (!reinterpret_cast<std::vector<std::wstring>*>(list)->empty())
+        PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    return TRUE;
+}
+
+std::vector<std::wstring> filtersSeen;
+
+void CALLBACK LookForFilters(HWND, UINT, UINT_PTR, DWORD) {
+    if (filtersSeen.empty())
+        EnumThreadWindows(GetCurrentThreadId(), &ReadFiltersAndCancel, reinterpret_cast<LPARAM>(&filtersSeen));
+}
+
+TEST(Desktop, TheSaveDialogShowsTheFilterAsItIsNamed) {
+    platform::win32::SystemServices services({});
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, &LookForFilters);
+    EXPECT_EQ(services.View().desktop.ChooseSaveFile({.title = L"Export",
+                                                      .filterName = L"Text Files (*.txt)",
+                                                      .filterPattern = L"*.TXT",
+                                                      .defaultExtension = L".txt",
+                                                      .suggestedName = L"a.txt"}),
+              L"");
+    KillTimer(nullptr, timer);
+    EXPECT_EQ(filtersSeen, std::vector<std::wstring>{L"Text Files (*.txt)"});
 }
 
 TEST(Desktop, StartsAProgramWithABlankInItsPath) {
