@@ -147,9 +147,13 @@ Entries FormatEntries(const model::ToolItem& entry) {
 
 Entries DeviceEntries(device::ParameterAccess access, const device::Description& range) {
     // The host lists no devices, but answers for each one that it has.
+    const std::int32_t first = range.hasRange ? std::max(range.minimum, 0) : 0;
     const std::int32_t last = range.hasRange ? std::min(range.maximum, kMostDevices) : kMostDevices;
     Entries entries;
-    for (std::int32_t device = 0; device <= last; ++device) {
+    // Asked for the master, the host answers with the name of the whole cluster.
+    if (first == 0 && last >= 0)
+        entries.push_back({Load(Id::DeviceMaster), 0});
+    for (std::int32_t device = std::max(first, 1); device <= last; ++device) {
         const std::wstring text = DescriptionOrEmpty(access, static_cast<std::int16_t>(device));
         if (!text.empty())
             entries.push_back({std::to_wstring(device) + L" - " + text, device});

@@ -40,7 +40,7 @@ Entries TypeEntries(model::ToolItems& catalogue, const model::OutItem& item, int
 Entries CodeEntries(const model::OutFormatConfig& root);
 /// The number formats that an entry allows.
 Entries FormatEntries(const model::ToolItem& entry);
-/// Devices of the cluster that have a description, out of those that `range` admits.
+/// The master and the devices of the cluster that have a description, out of those that `range` admits.
 Entries DeviceEntries(device::ParameterAccess access, const device::Description& range);
 
 } // namespace orv::editor

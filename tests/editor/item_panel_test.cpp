@@ -1,6 +1,7 @@
 #include <set>
 
 #include "adv_format_fixture.h"
+#include "editor/item_texts.h"
 #include "tests/controls/fixture.h"
 
 namespace orv::editor {
@@ -316,10 +317,29 @@ TEST_F(ItemPanelTest, ACodeIsChosenFromTheEnabledOnesOrFromTheGroups) {
 TEST_F(ItemPanelTest, DevicesOfTheClusterStandInForAMissingList) {
     ShowOnly(kGlobal, 2).DeviceNumber(7);
     Click(L"Format4");
-    EXPECT_EQ(Named(Combo(L"cboDeviceSel").Entries()),
-              L"0 - Tunnel A|1 - Slave left|2 - Slave right|3 - Slave bottom|7");
+    EXPECT_EQ(Named(Combo(L"cboDeviceSel").Entries()), L"0 - Master|1 - Slave left|2 - Slave right|3 - Slave bottom|7");
     EXPECT_EQ(Combo(L"cboDeviceSel").SelectedData(), 7);
     EXPECT_EQ(Item(4, 1).DeviceNumber(), 7);
+    const struct {
+        bool hasRange;
+        std::int32_t minimum;
+        std::int32_t maximum;
+        const wchar_t* offered;
+    } ranges[] = {
+        {false, 5, 5, L"0 - Master|1 - Slave left|2 - Slave right|3 - Slave bottom"},
+        {true, 0, 1, L"0 - Master|1 - Slave left"},
+        {true, -4, 0, L"0 - Master"},
+        {true, 1, 2, L"1 - Slave left|2 - Slave right"},
+        {true, 2, 31, L"2 - Slave right|3 - Slave bottom"},
+        {true, -4, -1, L""},
+    };
+    for (const auto& range : ranges) {
+        device::Description description;
+        description.hasRange = range.hasRange;
+        description.minimum = range.minimum;
+        description.maximum = range.maximum;
+        EXPECT_EQ(Named(DeviceEntries(device::ParameterAccess(bench.state), description)), range.offered);
+    }
 }
 
 TEST_F(ItemPanelTest, AnUnknownTypeIsShownAndKept) {
