@@ -282,7 +282,7 @@ void AddOn::ReleaseAll() {
     if (const auto service = std::exchange(state_.mibSap, nullptr); service && state_.common->onTheWire == nullptr)
         IgnoringErrors([&] { service->Disconnect(); });
     const auto configuration = std::exchange(state_.configuration, nullptr);
-    if (const auto manager = std::exchange(state_.manager, nullptr))
+    if (const auto manager = std::exchange(state_.manager, nullptr); manager && configuration)
         IgnoringErrors([&] { manager->ReleaseConfiguration(configuration); });
     state_.application.reset();
     if (whenTerminated)

@@ -104,6 +104,8 @@ bool MIBParamCache::SaveToConfiguration() {
 bool MIBParamCache::SaveToDevice(bool validate) {
     lastSapError_ = 0;
     const auto configuration = state_.configuration;
+    if (!configuration)
+        throw Error(error_number::kObjectNotSet);
     const bool switchedOff = configuration->InteractiveMode();
     if (switchedOff)
         configuration->SetInteractiveMode(false);

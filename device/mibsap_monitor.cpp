@@ -88,6 +88,8 @@ void COrvMIBSAPMonitor::WaitWhile(bool (*waiting)(Status)) {
 
 bool COrvMIBSAPMonitor::Connect() {
     Log(L"MIBSAP.Connect");
+    if (!state_.mibSap)
+        throw Error(error_number::kObjectNotSet);
     for (int attempt = 1; attempt <= kConnectAttempts; ++attempt) {
         sink_->lastError = kNoAnswerYet;
         sink_->status = Status::Idle;

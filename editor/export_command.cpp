@@ -25,8 +25,12 @@ std::wstring AsFileName(std::wstring text) {
 } // namespace
 
 void ExportFormats(const Context& context) {
-    device::HostApplication& application = *context.state.application;
-    const std::wstring name = application.ExportNameFirst() + L"_" + application.ExportNameSecond();
+    // Held: the host may unregister itself from inside one of its own calls.
+    const auto application = context.state.application;
+    if (!application)
+        throw Error(error_number::kObjectNotSet);
+    std::wstring name = application->ExportNameFirst() + L"_";
+    name += application->ExportNameSecond();
     const std::wstring file =
         context.state.platform.desktop.ChooseSaveFile({.title = Load(Id::ExportTitle),
                                                        .filterName = Load(Id::ExportFilter),

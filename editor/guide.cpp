@@ -57,11 +57,12 @@ bool Guide::Reported(const std::wstring& prefix, Action&& action) {
 
 bool Guide::CheckHelpFile() {
     return Reported(Load(Id::ErrorInCheckHelpFile), [this] {
-        if (!state_.application)
+        // Held: the host may unregister itself from inside one of its own calls.
+        const auto application = state_.application;
+        if (!application)
             throw Error(error_number::kObjectNotSet);
-        const std::wstring name =
-            state_.platform.desktop.ComponentFolder() + L"\\" + NameOfGuide(*state_.application) + L"_";
-        basePath_ = name + LanguageDigits(state_.application->HelpLanguage());
+        const std::wstring name = state_.platform.desktop.ComponentFolder() + L"\\" + NameOfGuide(*application) + L"_";
+        basePath_ = name + LanguageDigits(application->HelpLanguage());
         if (!state_.platform.desktop.FileExists(basePath_ + kGuide))
             basePath_ = name + LanguageDigits(kDefaultLanguage);
     });

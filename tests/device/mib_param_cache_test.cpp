@@ -91,6 +91,24 @@ TEST_F(CacheTest, InteractiveModeThatCannotBeLeftEndsTheSaveBeforeAnythingIsSent
     }
 }
 
+TEST_F(CacheTest, ASaveWithoutApplicationOrConfigurationSaysSo) {
+    for (const bool application : {true, false}) {
+        bench.Open(3);
+        if (application)
+            bench.state.application = nullptr;
+        else
+            bench.state.configuration = nullptr;
+        try {
+            cache->Save(true, false);
+            ADD_FAILURE() << application;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number(), error_number::kObjectNotSet);
+        }
+        EXPECT_TRUE(service->requests.empty());
+        EXPECT_FALSE(bench.host.Progress().shown);
+    }
+}
+
 TEST_F(CacheTest, KeepsTheTargetItStartedWith) {
     test::Bench tunnel(test::Sample("tunnel.json"), {}, 2);
     tunnel.Open(2);

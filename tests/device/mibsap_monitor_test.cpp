@@ -1,5 +1,7 @@
 #include "device/mibsap_monitor.h"
 
+#include <functional>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -122,6 +124,15 @@ TEST_F(MonitorTest, DisconnectsOnlyWhatIsConnected) {
     EXPECT_EQ(std::count(service->requests.begin(), service->requests.end(), L"disconnect"), 1);
     EXPECT_EQ(std::count(log.begin(), log.end(), L"MIBSAP Disconnect"), 3);
     EXPECT_EQ(monitor.State(), COrvMIBSAPMonitor::Status::Idle);
+}
+
+TEST_F(MonitorTest, WithoutAServiceThereIsNothingToConnectTo) {
+    bench.state.mibSap = nullptr;
+    for (const std::function<void()>& call :
+         std::initializer_list<std::function<void()>>{[&] { monitor.Connect(); }, [&] { monitor.GetData(L"E"); },
+                                                      [&] { monitor.SetData(L"E", std::int16_t{1}); }})
+        EXPECT_THROW(call(), Error);
+    EXPECT_FALSE(monitor.Disconnect());
 }
 
 TEST_F(MonitorTest, ReadsAndWritesOneEntryInATransactionOfItsOwn) {

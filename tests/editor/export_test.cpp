@@ -98,6 +98,14 @@ TEST_F(ExportTest, AFailureIsShownUnderTheButtonsName) {
     Export();
     ASSERT_EQ(Boxes().size(), 2u);
     EXPECT_EQ(Boxes()[1].text, L"AddOnControl.cmdExport_Click\n42: no name");
+    bench.host.Gate().Before("HostApplication.ExportNameFirst", [this] { bench.state.application = nullptr; });
+    Choose(folder / "while the host unregisters.txt");
+    Export();
+    EXPECT_TRUE(std::filesystem::exists(folder / "while the host unregisters.txt"));
+    ASSERT_EQ(Boxes().size(), 2u);
+    Export();
+    ASSERT_EQ(Boxes().size(), 3u);
+    EXPECT_EQ(Boxes()[2].text, L"AddOnControl.cmdExport_Click\n91: Object variable not set");
 }
 
 } // namespace

@@ -85,6 +85,14 @@ TEST_F(GuideTest, ADocumentUnderTheOtherNameIsOpenedAsACopy) {
     EXPECT_TRUE(Boxes().empty());
 }
 
+TEST_F(GuideTest, TheHostMayUnregisterWhileItIsAsked) {
+    desktop.files = {kItalian + L".chm"};
+    bench.host.Gate().Before("HostApplication.HelpName", [this] { bench.state.application = nullptr; });
+    Ask();
+    EXPECT_EQ(desktop.opened, std::vector{kItalian + L".chm"});
+    EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(GuideTest, WhatFailsIsSaidInItsOwnWords) {
     Ask();
     EXPECT_EQ(Box(), L"Error in cmdGuide_Click: There is no guide " + kEnglish + L".chm");
