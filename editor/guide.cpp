@@ -38,6 +38,18 @@ std::wstring NameOfGuide(device::HostApplication& host) {
     return name.empty() || !IsPlainName(name) ? kDefaultName : name;
 }
 
+/// Copies `guide` to `document`. An earlier copy that cannot be replaced is good enough: a viewer that has it open
+/// locks it. Raises the system's error when there is none.
+void Provide(platform::Desktop& desktop, const std::wstring& guide, const std::wstring& document) {
+    desktop.RemoveFile(document);
+    try {
+        desktop.DuplicateFile(guide, document);
+    } catch (const Error&) {
+        if (!desktop.FileExists(document))
+            throw;
+    }
+}
+
 } // namespace
 
 template <typename Action>
@@ -94,9 +106,14 @@ void Guide::OpenFile() {
         return;
     }
     // The viewer goes by the extension, and a guide may come as a document under the other one.
-    const std::wstring document = basePath_ + kDocument;
-    desktop.RemoveFile(document);
-    desktop.DuplicateFile(guide, document);
+    std::wstring document = basePath_ + kDocument;
+    try {
+        Provide(desktop, guide, document);
+    } catch (const Error&) {
+        // Most users may not write where programs are installed.
+        document = desktop.TemporaryFolder() + document.substr(document.find_last_of(L'\\'));
+        Provide(desktop, guide, document);
+    }
     desktop.OpenDocument(document);
 }
 

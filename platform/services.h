@@ -97,6 +97,8 @@ class Desktop {
     virtual std::wstring ChooseSaveFile(const SaveFileRequest& request) = 0;
     /// Folder of the component's own file, without a separator at the end.
     virtual std::wstring ComponentFolder() = 0;
+    /// The user's folder for temporary files, without a separator at the end. Raises the system's error.
+    virtual std::wstring TemporaryFolder() = 0;
     /// From the version record of the component's own file; zeros without one.
     virtual Version ComponentVersion() = 0;
 };

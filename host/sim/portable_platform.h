@@ -62,6 +62,7 @@ class FakeDesktop final : public platform::Desktop {
     std::deque<std::wstring> saveFileNames; ///< answers of the file dialog; none left: cancelled
     std::vector<platform::SaveFileRequest> saveFileRequests;
     std::wstring folder = L"C:\\OrvOutFormat";
+    std::wstring temporaryFolder = L"C:\\Temp";
 
     bool FileExists(const std::wstring& path) override { return files.contains(path) || contents.contains(path); }
     Bytes ReadStart(const std::wstring& path, std::size_t count) override;
@@ -71,6 +72,7 @@ class FakeDesktop final : public platform::Desktop {
     void OpenDocument(const std::wstring& path) override { opened.push_back(path); }
     std::wstring ChooseSaveFile(const platform::SaveFileRequest& request) override;
     std::wstring ComponentFolder() override { return folder; }
+    std::wstring TemporaryFolder() override { return temporaryFolder; }
     platform::Version ComponentVersion() override { return version; }
 };
 

@@ -129,6 +129,16 @@ std::wstring SystemDesktop::ComponentFolder() {
     return path.substr(0, path.find_last_of(L'\\'));
 }
 
+std::wstring SystemDesktop::TemporaryFolder() {
+    wchar_t path[MAX_PATH + 1] = {};
+    DWORD length = GetTempPathW(ARRAYSIZE(path), path);
+    if (length == 0 || length >= ARRAYSIZE(path))
+        RaiseSystemError(length == 0 ? GetLastError() : ERROR_BUFFER_OVERFLOW, L"TEMP");
+    while (length > 0 && path[length - 1] == L'\\')
+        --length;
+    return {path, length};
+}
+
 Version SystemDesktop::ComponentVersion() {
     const std::wstring path = ModulePath();
     DWORD ignored = 0;

@@ -18,6 +18,7 @@ class SystemDesktop final : public Desktop {
     void OpenDocument(const std::wstring& path) override;
     std::wstring ChooseSaveFile(const SaveFileRequest& request) override;
     std::wstring ComponentFolder() override;
+    std::wstring TemporaryFolder() override;
     Version ComponentVersion() override;
 
   private:

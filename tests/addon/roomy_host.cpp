@@ -352,6 +352,9 @@ class RoomyDesktop final : public platform::Desktop {
     std::wstring ComponentFolder() override {
         return Out([&] { return to_.ComponentFolder(); });
     }
+    std::wstring TemporaryFolder() override {
+        return Out([&] { return to_.TemporaryFolder(); });
+    }
     platform::Version ComponentVersion() override {
         return Out([&] { return to_.ComponentVersion(); });
     }

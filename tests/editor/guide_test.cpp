@@ -85,6 +85,36 @@ TEST_F(GuideTest, ADocumentUnderTheOtherNameIsOpenedAsACopy) {
     EXPECT_TRUE(Boxes().empty());
 }
 
+TEST_F(GuideTest, ADocumentThatCannotBeCopiedIsOpenedFromElsewhere) {
+    const std::wstring beside = kItalian + L".pdf";
+    const std::wstring temporary = L"C:\\Temp\\OrvOutFormat_0410.pdf";
+    const Bytes guide = Start("%PDF new");
+    const Bytes older = Start("%PDF old");
+    struct Case {
+        const char* what;
+        std::map<std::wstring, Bytes> contents;
+        std::set<std::wstring> locked;
+        std::wstring opened;
+        Bytes shown;
+    };
+    for (const Case& c : {
+             Case{"an older copy that a viewer holds", {{beside, older}}, {beside}, beside, older},
+             Case{"a folder that takes none", {}, {beside}, temporary, guide},
+             Case{"an older copy in the temporary folder", {{temporary, older}}, {beside}, temporary, guide},
+             Case{"one there that a viewer holds", {{temporary, older}}, {beside, temporary}, temporary, older},
+         }) {
+        SCOPED_TRACE(c.what);
+        desktop.contents = c.contents;
+        desktop.contents[kItalian + L".chm"] = guide;
+        desktop.locked = c.locked;
+        desktop.opened.clear();
+        Ask();
+        EXPECT_EQ(desktop.opened, std::vector{c.opened});
+        EXPECT_EQ(desktop.contents[c.opened], c.shown);
+    }
+    EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(GuideTest, TheHostMayUnregisterWhileItIsAsked) {
     desktop.files = {kItalian + L".chm"};
     bench.host.Gate().Before("HostApplication.HelpName", [this] { bench.state.application = nullptr; });
@@ -106,10 +136,11 @@ TEST_F(GuideTest, WhatFailsIsSaidInItsOwnWords) {
     EXPECT_EQ(desktop.opened, std::vector{kItalian + L".chm"}) << "what cannot be told is opened as it is called";
     bench.platform.boxes.shown.clear();
 
-    desktop.locked = {kItalian + L".pdf"};
+    const std::wstring temporary = L"C:\\Temp\\OrvOutFormat_0410.pdf";
+    desktop.locked = {kItalian + L".pdf", temporary};
     desktop.opened.clear();
     Ask();
-    EXPECT_EQ(Box(), L"Error in cmdGuide_Click: " + kItalian + L".pdf");
+    EXPECT_EQ(Box(), L"Error in cmdGuide_Click: " + temporary);
     EXPECT_TRUE(desktop.opened.empty());
     bench.platform.boxes.shown.clear();
 

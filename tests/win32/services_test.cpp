@@ -102,6 +102,20 @@ TEST(Desktop, ReadsCopiesAndRemovesFiles) {
     EXPECT_EQ(desktop.ComponentVersion().major, 0) << "a program without a record";
 }
 
+TEST(Desktop, TheTemporaryFolderIsTheUsersAndCanBeWritten) {
+    platform::win32::SystemServices services({});
+    platform::Desktop& desktop = services.View().desktop;
+    const std::wstring copy = desktop.TemporaryFolder() + L"\\orv guide copy.pdf";
+    EXPECT_EQ(copy.find(L"\\\\"), std::wstring::npos) << "a separator at the end";
+    desktop.DuplicateFile(desktop.ComponentFolder() + L"\\orv_win32_tests.exe", copy);
+    EXPECT_TRUE(desktop.RemoveFile(copy));
+    wchar_t before[MAX_PATH] = {};
+    const bool isSet = GetEnvironmentVariableW(L"TMP", before, MAX_PATH) != 0;
+    SetEnvironmentVariableW(L"TMP", L"C:\\");
+    EXPECT_EQ(desktop.TemporaryFolder(), L"C:");
+    SetEnvironmentVariableW(L"TMP", isSet ? before : nullptr);
+}
+
 constexpr int kFilterListId = 0x470; // of the system's dialogs for files
 
 /// Into a list of texts, those of the list of filters.
