@@ -3,14 +3,18 @@
 namespace orv::controls::win32 {
 namespace {
 
-bool Marked(const Widget& widget) {
-    return widget.GetKind() == Kind::CheckBox ? static_cast<const CheckBox&>(widget).Checked()
-                                              : static_cast<const OptionButton&>(widget).Chosen();
+WPARAM MarkOf(const Widget& widget) {
+    if (widget.GetKind() != Kind::CheckBox)
+        return static_cast<const OptionButton&>(widget).Chosen() ? BST_CHECKED : BST_UNCHECKED;
+    const auto& box = static_cast<const CheckBox&>(widget);
+    if (box.Undetermined())
+        return BST_INDETERMINATE;
+    return box.Checked() ? BST_CHECKED : BST_UNCHECKED;
 }
 
 // The plain styles, not the automatic ones: the widget says what a click does.
 DWORD StyleOf(const Widget& widget) {
-    return WS_TABSTOP | (widget.GetKind() == Kind::CheckBox ? BS_CHECKBOX : BS_RADIOBUTTON);
+    return WS_TABSTOP | (widget.GetKind() == Kind::CheckBox ? BS_3STATE : BS_RADIOBUTTON);
 }
 
 } // namespace
@@ -22,7 +26,7 @@ MarkPeer::MarkPeer(PeerHost& host, Widget& widget) : WindowPeer(host, widget, {L
 
 void MarkPeer::Mirror(Aspect aspect) {
     if (aspect == Aspect::Check)
-        Send(BM_SETCHECK, Marked(Subject()) ? BST_CHECKED : BST_UNCHECKED);
+        Send(BM_SETCHECK, MarkOf(Subject()));
     else
         WindowPeer::Mirror(aspect);
 }

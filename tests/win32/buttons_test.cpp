@@ -84,6 +84,26 @@ TEST_F(ButtonsTest, ClickIsAGestureAndStateIsShown) {
     EXPECT_EQ(clicks, 3) << "a programmatic set raises nothing";
 }
 
+TEST_F(ButtonsTest, AnUndeterminedCheckIsShownAsOneAndClickedIntoAChecked) {
+    int clicks = 0;
+    check.onClick = [&] { ++clicks; };
+    check.SetUndetermined();
+    Show();
+    const HWND window = WindowOf(L"chkOptional");
+    const auto shown = [window] { return SendMessageW(window, BM_GETCHECK, 0, 0); };
+    EXPECT_EQ(shown(), BST_INDETERMINATE) << "from the start";
+    for (const LRESULT wanted : {BST_CHECKED, BST_UNCHECKED, BST_CHECKED}) {
+        SendMessageW(window, BM_CLICK, 0, 0);
+        EXPECT_EQ(shown(), wanted) << "clicks never lead back to it";
+    }
+    EXPECT_EQ(clicks, 3);
+    check.SetUndetermined();
+    EXPECT_EQ(shown(), BST_INDETERMINATE);
+    check.SetChecked(false);
+    EXPECT_EQ(shown(), BST_UNCHECKED);
+    EXPECT_EQ(clicks, 3);
+}
+
 TEST_F(ButtonsTest, FocusAloneChoosesNothing) {
     fixed.SetChosen(true);
     Show();

@@ -35,6 +35,15 @@ TEST_F(ComboTest, ShowsEntriesSelectionAndHeight) {
     combo.SelectData(9);
     EXPECT_EQ(Shown(), 3);
     EXPECT_EQ(TextOf(window), L"9");
+    combo.SelectData(2);
+    EXPECT_EQ(SendMessageW(window, CB_GETCOUNT, 0, 0), 3) << "a value that the list lacks goes with its object";
+    EXPECT_EQ(Shown(), 2);
+    combo.SelectData(9);
+    combo.SetSelected(-1);
+    EXPECT_EQ(Shown(), CB_ERR);
+    EXPECT_EQ(TextOf(window), L"") << "no choice";
+    EXPECT_EQ(SendMessageW(window, CB_GETCOUNT, 0, 0), 3);
+    combo.SetSelected(1);
     combo.SetEntries({{L"One", 1}});
     EXPECT_EQ(Shown(), CB_ERR);
     EXPECT_EQ(clicks, 0);

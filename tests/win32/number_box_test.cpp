@@ -108,6 +108,28 @@ TEST_F(NumberTest, StateReachesTheWindowAndRaisesNothing) {
     EXPECT_TRUE(boxes.shown.empty());
 }
 
+TEST_F(NumberTest, AnUnknownNumberIsAnEmptyField) {
+    box.SetUnknown();
+    EXPECT_EQ(Shown(), L"");
+    EXPECT_TRUE(changes.empty());
+    Key(L'1', WM_CHAR);
+    Key(L'2', WM_CHAR);
+    EXPECT_TRUE(box.Pending()) << "the number that it was before";
+    Key(VK_ESCAPE);
+    EXPECT_EQ(Shown(), L"");
+    Key(L'7', WM_CHAR);
+    Key(VK_BACK);
+    EXPECT_FALSE(box.Known());
+    Key(VK_UP);
+    EXPECT_EQ(Shown(), L"1");
+    box.SetUnknown();
+    ::SetFocus(WindowOf(L"cmdApply"));
+    Drain();
+    EXPECT_EQ(form.Focused(), &button);
+    EXPECT_EQ(boxes.beeps, 0);
+    EXPECT_EQ(changes, (std::vector<NumberBox::Number>{1, 12, 7, 1}));
+}
+
 TEST_F(NumberTest, TextThatCannotBeChangedIsCopied) {
     form.SetFocus(text);
     const HWND window = WindowOf(L"txtExpression");
