@@ -265,10 +265,13 @@ LRESULT MBEditPeer::PointerMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 
 LRESULT MBEditPeer::Press(POINT point, bool extend, bool token) {
     const Life life = TakeLife();
+    const bool arrives = !edit_.Focused();
     if (GetFocus() != Window())
         ::SetFocus(Window());
     if (life.expired() || !edit_.Focused())
         return 0; // the field that had the focus keeps it
+    if (arrives && edit_.AutoSelect())
+        return 0; // the first click selects all, the next one places the caret
     const std::size_t position = view_.PositionAt(point);
     if (token) {
         edit_.PointAtToken(position);

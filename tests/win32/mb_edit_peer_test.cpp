@@ -77,6 +77,29 @@ TEST_F(MBEditTest, PointerSelectsWholeTokens) {
     EXPECT_EQ(edit.Data(), (Bytes{'A', 'B'}));
 }
 
+TEST_F(MBEditTest, TheClickThatBringsTheFocusSelectsAll) {
+    Button& other = form.Root().Add<Button>(L"cmdApply");
+    other.SetBounds({10, 60, 90, 24});
+    edit.SetData({'A', 13, 'B'});
+    const auto click = [this](int position) {
+        Mouse(WM_LBUTTONDOWN, MK_LBUTTON, PointOf(position));
+        Mouse(WM_LBUTTONUP, 0, PointOf(position));
+    };
+    for (const bool selects : {true, false}) {
+        edit.SetAutoSelect(selects);
+        form.SetFocus(other);
+        click(5);
+        EXPECT_EQ(GetFocus(), window);
+        selects ? ExpectSelection(0, 6) : ExpectSelection(5, 5);
+        click(1);
+        ExpectSelection(1, 1);
+    }
+    edit.SetAutoSelect(true);
+    form.SetFocus(other);
+    ::SetFocus(window); // as another program does
+    ExpectSelection(0, 6);
+}
+
 TEST_F(MBEditTest, DoubleClickAndForeignSelectionSnap) {
     edit.SetData({'A', 13, 'B'});
     Mouse(WM_LBUTTONDBLCLK, MK_LBUTTON, PointOf(3));
