@@ -11,6 +11,7 @@ class NumberPeer final : public EditPeer {
     ~NumberPeer() override;
     void Mirror(Aspect aspect) override;
     void Command(WORD code) override;
+    HWND Arrows() const { return arrows_; }
 
   protected:
     LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;

@@ -107,8 +107,19 @@ void PeerHost::TakeFocus() {
 
 HWND PeerHost::WindowOf(std::wstring_view name, int index) const {
     Widget* widget = form_.Root().Find(name, index);
-    return widget != nullptr && widget->GetPeer() != nullptr ? static_cast<WindowPeer*>(widget->GetPeer())->Window()
-                                                             : nullptr;
+    if (widget == nullptr)
+        return ArrowsOf(name, index);
+    return widget->GetPeer() != nullptr ? static_cast<WindowPeer*>(widget->GetPeer())->Window() : nullptr;
+}
+
+HWND PeerHost::ArrowsOf(std::wstring_view name, int index) const {
+    constexpr std::wstring_view kArrows = L"ud";
+    if (!name.starts_with(kArrows))
+        return nullptr;
+    Widget* box = form_.Root().Find(L"txt" + std::wstring(name.substr(kArrows.size())), index);
+    if (box == nullptr || box->GetKind() != Kind::NumberBox || box->GetPeer() == nullptr)
+        return nullptr;
+    return static_cast<NumberPeer*>(box->GetPeer())->Arrows();
 }
 
 // Both kinds of atom share their numbers. Other processes can only mean the global one; a name that is no control's is

@@ -58,7 +58,7 @@ class PeerHost final : public PeerFactory, public TextMeasure {
     /// The control's own window got the focus, or the container activates the control: back to where it was.
     void TakeFocus();
 
-    /// Nothing while the widget has no window.
+    /// Nothing while the widget has no window. The arrows of the number box "txt..." are "ud...".
     HWND WindowOf(std::wstring_view name, int index = Widget::kNoIndex) const;
     /// Registered message that asks the control's window for one of its windows: an atom with the name, global or
     /// else of the process (AddAtom), and the index or -1.
@@ -98,6 +98,7 @@ class PeerHost final : public PeerFactory, public TextMeasure {
         bool operator==(const Seen&) const = default;
     };
 
+    HWND ArrowsOf(std::wstring_view name, int index) const;
     HWND FindByAtom(ATOM atom, int index) const;
     KeyOutcome Route(const KeyEvent& event);
     void ShowCues();

@@ -130,6 +130,17 @@ TEST_F(NumberTest, AnUnknownNumberIsAnEmptyField) {
     EXPECT_EQ(changes, (std::vector<NumberBox::Number>{1, 12, 7, 1}));
 }
 
+TEST_F(NumberTest, TheArrowsHaveANameOfTheirOwn) {
+    EXPECT_NE(Arrows(), nullptr);
+    EXPECT_EQ(WindowOf(L"udLength"), Arrows());
+    for (const wchar_t* none : {L"udLengt", L"udLength2", L"ud", L"udExpression", L"cmdUd"})
+        EXPECT_EQ(WindowOf(none), nullptr) << none;
+    Button& other = form.Root().Add<Button>(L"udLength");
+    EXPECT_EQ(WindowOf(L"udLength"), WindowOf(other.Name())) << "found twice the same";
+    EXPECT_EQ(WindowOf(L"udLength"), reinterpret_cast<HWND>(other.GetPeer()->WindowHandle()))
+        << "a widget of that name goes first";
+}
+
 TEST_F(NumberTest, TextThatCannotBeChangedIsCopied) {
     form.SetFocus(text);
     const HWND window = WindowOf(L"txtExpression");
