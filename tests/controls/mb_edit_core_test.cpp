@@ -104,34 +104,6 @@ TEST(MBEditCore, ALongValueIsShownWholeAndCanOnlyShrink) {
     EXPECT_EQ(core.Data(), B("xe"));
 }
 
-TEST(MBEditCore, InPlaceOfEverythingOneTokenGoesInWhateverItsLength) {
-    const auto ways = {
-        +[](MBEditCore& core) { core.TypeCharacter(' '); },
-        +[](MBEditCore& core) { core.InsertCC(' '); },
-        +[](MBEditCore& core) {
-            core.Paste({' ', 'x'});
-        },
-    };
-    for (const auto& enter : ways) {
-        for (const Bytes& before : {Bytes{}, Bytes{'A'}, Bytes{' '}}) {
-            MBEditCore core = Filled(before, 1);
-            int refused = 0;
-            core.onMaxLengthExceeded = [&refused] { ++refused; };
-            core.SelectAll();
-            enter(core);
-            EXPECT_EQ(core.Data(), B(" ")) << "a filler of one blank can be entered again";
-            refused = 0;
-            enter(core);
-            EXPECT_EQ(core.Data(), B(" ")) << "a second one is beyond the maximum";
-            EXPECT_EQ(refused, 1);
-        }
-        MBEditCore part = Filled(B("AB"), 3);
-        part.Select(1, 1);
-        enter(part);
-        EXPECT_NE(part.Data(), B("A ")) << "what is left counts";
-    }
-}
-
 TEST(MBEditCore, CaretAndSelectionKeepToWholeTokens) {
     MBEditCore core = Filled({13, 13, 'A'}); // <CR><CR>A
     core.Select(1, 1);

@@ -139,65 +139,6 @@ TEST_F(MBEditTest, TextFromElsewhereIsPastedWhereItDiffers) {
     EXPECT_EQ(box.Data(), start);
 }
 
-TEST_F(MBEditTest, MovesOfUserAndProgramAreEventsButANewContentIsNone) {
-    int moves = 0;
-    box.onSelChange = [&moves] { ++moves; };
-    box.SetData({'A', 13, 'B'});
-    EXPECT_EQ(moves, 0);
-    box.SetSelStart(2);
-    EXPECT_EQ(moves, 1);
-    box.SetSelLength(1);
-    EXPECT_EQ(moves, 2);
-    EXPECT_EQ(box.SelStart(), 1u);
-    EXPECT_EQ(box.SelLength(), 4u);
-    box.SetSelection(1, 4);
-    EXPECT_EQ(moves, 2) << "where it stands already";
-    Press(Key::Right);
-    box.PointAt(0, false);
-    EXPECT_EQ(moves, 4);
-    box.SetSelection(1, 2);
-    box.SetData({'C'});
-    EXPECT_EQ(moves, 5);
-}
-
-TEST_F(MBEditTest, AutoSelectTakesTheWholeContentWhateverBringsTheFocus) {
-    auto& other = root.Add<Button>(L"other");
-    for (const bool selects : {true, false}) {
-        box.SetAutoSelect(selects);
-        const std::function<void()> ways[] = {[this] { form.SetFocus(box); }, [this] { form.FocusArrived(box); },
-                                              [this] { Press(Key::Tab, true); }};
-        for (const auto& bring : ways) {
-            box.SetData({'A', 13});
-            form.SetFocus(other);
-            bring();
-            ASSERT_TRUE(box.Focused());
-            EXPECT_EQ(box.SelLength(), selects ? 5u : 0u);
-        }
-    }
-}
-
-TEST_F(MBEditTest, RevertLeadsToWhatWasSetOrMarkedAsStored) {
-    int shown = 0;
-    box.onShown = [&shown] { ++shown; };
-    box.SetData({'A', 13});
-    Type(L'B');
-    box.MarkStored();
-    Type(L'C');
-    shown = changes = 0;
-    box.Revert();
-    EXPECT_EQ(box.Data(), (Bytes{'B', 'A', 13}));
-    EXPECT_FALSE(box.Pending());
-    EXPECT_FALSE(box.Core().CanUndo() || box.Core().CanRedo()) << "no way forth to what was taken back";
-    box.Revert();
-    EXPECT_EQ(shown, 1);
-    EXPECT_EQ(changes, 0);
-    Type(L'D');
-    box.SetData({'E'});
-    Type(L'F');
-    box.Revert();
-    EXPECT_EQ(box.Data(), (Bytes{'E'}));
-}
-
 TEST_F(MBEditTest, SpellsItsValueOut) {
     EXPECT_EQ(box.SpokenValue(), L"");
     box.SetData({2, 'A', ' ', 200, '<', 13});
