@@ -21,6 +21,7 @@ class Form {
         SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         Add(L"cmdApply", kNoIndex, WC_BUTTONW, BS_PUSHBUTTON);
         Add(L"chkFlag", kNoIndex, WC_BUTTONW, BS_AUTOCHECKBOX);
+        Add(L"chkUnknown", kNoIndex, WC_BUTTONW, BS_3STATE);
         Add(L"txtName", 2, WC_EDITW, 0);
         const HWND combo = Add(L"cboKind", kNoIndex, WC_COMBOBOXW, CBS_DROPDOWNLIST);
         for (const wchar_t* entry : {L"One", L"Two"})
@@ -53,6 +54,12 @@ class Form {
         item.item.pszText = text.data();
         return TreeView_InsertItem(tree, &item);
     }
+    /// The check that may be undetermined is so at first only.
+    void Click(HWND button) {
+        ++clicks;
+        if (button == Child(L"chkUnknown"))
+            SendMessageW(button, BM_SETCHECK, SendMessageW(button, BM_GETCHECK, 0, 0) != BST_CHECKED, 0);
+    }
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
         auto* const self = reinterpret_cast<Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (self != nullptr && message == RegisterWindowMessageW(L"OrvFindControl")) {
@@ -62,7 +69,7 @@ class Form {
             return found == self->children_.end() ? 0 : reinterpret_cast<LRESULT>(found->second);
         }
         if (self != nullptr && message == WM_COMMAND && HIWORD(wparam) == BN_CLICKED)
-            ++self->clicks;
+            self->Click(reinterpret_cast<HWND>(lparam));
         if (self != nullptr && message == WM_COMMAND && HIWORD(wparam) == CBN_SELCHANGE)
             ++self->selections;
         return DefWindowProcW(window, message, wparam, lparam);
@@ -119,6 +126,18 @@ TEST_F(ControlDriverTest, SetsEveryKindAsAUserWould) {
     pump.ProcessPending();
     EXPECT_EQ(driver.Value(L"chkFlag", kNoIndex), L"1");
     EXPECT_NE(Complaint([&] { driver.Set(L"chkFlag", kNoIndex, L"yes"); }), "");
+}
+
+TEST_F(ControlDriverTest, SetsAnUndeterminedCheckToEither) {
+    for (const wchar_t* value : {L"0", L"1"}) {
+        SendMessageW(form.Child(L"chkUnknown"), BM_SETCHECK, BST_INDETERMINATE, 0);
+        EXPECT_EQ(driver.Value(L"chkUnknown", kNoIndex), L"");
+        driver.Set(L"chkUnknown", kNoIndex, value);
+        EXPECT_TRUE(pump.PumpFor(2000, [&] { return driver.Value(L"chkUnknown", kNoIndex) == value; })) << value;
+        pump.ProcessPending();
+        EXPECT_EQ(driver.Value(L"chkUnknown", kNoIndex), value);
+    }
+    EXPECT_EQ(form.clicks, 3);
 }
 
 TEST_F(ControlDriverTest, PressesLaterAndTypesIntoWhatHasTheKeyboard) {

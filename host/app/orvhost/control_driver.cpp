@@ -36,9 +36,18 @@ void SetCombo(HWND combo, const std::wstring& value) {
 void SetButton(HWND button, const std::wstring& value) {
     if (value != L"0" && value != L"1")
         throw std::runtime_error("a check or option button is set to 0 or 1");
-    const bool on = SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    if (on != (value == L"1"))
+    // An undetermined one is checked by the first click.
+    const LRESULT state = SendMessageW(button, BM_GETCHECK, 0, 0);
+    if (state != BST_CHECKED && (state == BST_INDETERMINATE || value == L"1"))
         PostMessageW(button, BM_CLICK, 0, 0);
+    if (state != BST_UNCHECKED && value == L"0")
+        PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+/// Nothing where it is neither on nor off, as an empty field.
+std::wstring StateOf(HWND button) {
+    const LRESULT state = SendMessageW(button, BM_GETCHECK, 0, 0);
+    return state == BST_INDETERMINATE ? L"" : state == BST_CHECKED ? L"1" : L"0";
 }
 
 std::wstring ItemText(HWND tree, HTREEITEM item) {
@@ -137,7 +146,7 @@ void ControlDriver::Set(const std::wstring& name, std::int32_t index, const std:
 std::wstring ControlDriver::Value(const std::wstring& name, std::int32_t index) const {
     const HWND window = Find(name, index);
     if (IsClass(window, WC_BUTTONW) && (GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) > BS_DEFPUSHBUTTON)
-        return SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED ? L"1" : L"0";
+        return StateOf(window);
     if (IsClass(window, WC_TREEVIEWW))
         return ItemText(window, Next(window, TVGN_CARET, nullptr));
     const bool items =
