@@ -37,6 +37,12 @@ Size Label::MinimumSize(const TextMeasure& measure) const {
     return {std::max(caption, measure.Width(widest_)), measure.LineHeight() + 2 * border};
 }
 
+Picture::Picture(std::wstring name, int icon, int index) : Widget(Kind::Picture, std::move(name), index), icon_(icon) {}
+
+Size Picture::MinimumSize(const TextMeasure& measure) const {
+    return {measure.Scale(kSide), measure.Scale(kSide)};
+}
+
 Button::Button(std::wstring name, int index) : Widget(Kind::Button, std::move(name), index) {
     SetTabStop(true);
 }

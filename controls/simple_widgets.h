@@ -1,5 +1,5 @@
 #pragma once
-// Labels, strips, buttons, check boxes and option buttons.
+// Labels, strips, pictures, buttons, check boxes and option buttons.
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,6 +28,19 @@ class Label : public Widget {
     bool elides_ = false;
     bool heading_ = false;
     std::wstring widest_;
+};
+
+/// One of the icons that the program carries, by its number.
+class Picture : public Widget {
+  public:
+    static constexpr int kSide = 32; ///< at 96 dots an inch
+
+    Picture(std::wstring name, int icon, int index = kNoIndex);
+    int Icon() const { return icon_; }
+    Size MinimumSize(const TextMeasure& measure) const override;
+
+  private:
+    int icon_;
 };
 
 class Button : public Widget {

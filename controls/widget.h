@@ -31,6 +31,7 @@ enum class Kind {
     Frame,
     Label,
     HintLine,
+    Picture,
     WarningStrip,
     Button,
     DropButton,

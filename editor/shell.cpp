@@ -16,6 +16,7 @@ using text::Load;
 constexpr int kMargin = 8;
 constexpr int kTreeWidth = 200;
 constexpr int kRowGap = 6;
+constexpr int kAddOnIcon = 101; ///< the component's own, which its host is given as well
 
 } // namespace
 
@@ -40,6 +41,7 @@ Shell::Shell(controls::Form& owner)
 void Shell::AddBottom() {
     fraDesign = &form.Root().Add<controls::Frame>(L"fraDesign");
     fraDesign->SetVisible(false);
+    form.Root().Add<controls::Picture>(L"imgPicture", kAddOnIcon).SetVisible(false);
     picBottom = &form.Root().Add<controls::Frame>(L"picBottom");
     lblHint = &picBottom->Add<controls::Label>(controls::Kind::HintLine, L"lblHint");
     lblHint->SetElides(true);

@@ -12,7 +12,7 @@ class Shell {
   public:
     /// Adds what comes before the pages in reading order. The form outlives the shell.
     explicit Shell(controls::Form& form);
-    /// Adds what comes behind the pages.
+    /// Adds what comes behind the pages, and what is never shown: hosts find the add-on's picture there.
     void AddBottom();
 
     /// Everything but the pages. Answers the area that the pages share.

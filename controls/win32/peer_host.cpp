@@ -10,6 +10,7 @@
 #include "controls/win32/mb_edit_peer.h"
 #include "controls/win32/number_peer.h"
 #include "controls/win32/picture_list_peer.h"
+#include "controls/win32/picture_peer.h"
 #include "controls/win32/strip_peer.h"
 #include "controls/win32/tab_peer.h"
 #include "controls/win32/text_peer.h"
@@ -144,6 +145,8 @@ std::unique_ptr<Peer> PeerHost::Make(Widget& widget) {
     case Kind::Label:
     case Kind::HintLine:
         return std::make_unique<LabelPeer>(*this, widget);
+    case Kind::Picture:
+        return std::make_unique<PicturePeer>(*this, static_cast<Picture&>(widget));
     case Kind::WarningStrip:
     case Kind::OutputStrip:
         return std::make_unique<StripPeer>(*this, widget);

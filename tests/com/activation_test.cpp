@@ -99,6 +99,41 @@ TEST_F(Activation, FindsItsWindowsByName) {
     EXPECT_EQ(container->Find(L"cmdNowhere"), nullptr);
 }
 
+/// Colours of an icon of 32 pixels over white.
+std::vector<COLORREF> PixelsOf(HICON icon) {
+    constexpr int kSide = 32;
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, kSide, kSide);
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    PatBlt(dc, 0, 0, kSide, kSide, WHITENESS);
+    EXPECT_TRUE(DrawIconEx(dc, 0, 0, icon, kSide, kSide, 0, nullptr, DI_NORMAL));
+    std::vector<COLORREF> pixels;
+    for (int i = 0; i < kSide * kSide; ++i)
+        pixels.push_back(GetPixel(dc, i % kSide, i / kSide));
+    SelectObject(dc, before);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+    return pixels;
+}
+
+TEST_F(Activation, HoldsThePictureThatTheHostIsGiven) {
+    Start();
+    const HWND window = container->Find(L"imgPicture");
+    ASSERT_NE(window, nullptr);
+    EXPECT_FALSE(IsWindowVisible(window));
+    ComPtr<IDispatch> given;
+    ASSERT_EQ(Gui()->get_Picture(given.Put()), S_OK);
+    OLE_HANDLE icon = 0;
+    ASSERT_EQ(Query<IPicture>(given.Get())->get_Handle(&icon), S_OK);
+    const auto held = reinterpret_cast<HICON>(SendMessageW(window, STM_GETICON, 0, 0));
+    ASSERT_NE(held, nullptr);
+    const std::vector<COLORREF> pixels = PixelsOf(held);
+    EXPECT_EQ(pixels, PixelsOf(reinterpret_cast<HICON>(static_cast<ULONG_PTR>(icon))));
+    EXPECT_NE(std::count(pixels.begin(), pixels.end(), pixels[0]), 32 * 32) << "an empty picture";
+}
+
 TEST_F(Activation, HandsTheTabulatorOnPastTheEnd) {
     Start();
     SetForegroundWindow(container->Window());

@@ -104,6 +104,23 @@ TEST_F(ButtonsTest, AnUndeterminedCheckIsShownAsOneAndClickedIntoAChecked) {
     EXPECT_EQ(clicks, 3);
 }
 
+TEST_F(ButtonsTest, APictureHoldsAnIconForOthers) {
+    form.Root().Add<Picture>(L"imgPicture", 101).SetVisible(false);
+    form.Root().Add<Picture>(L"imgNone", 9999);
+    Show();
+    const auto icon = [this](const wchar_t* name) { return SendMessageW(WindowOf(name), STM_GETICON, 0, 0); };
+    ICONINFO info{};
+    ASSERT_TRUE(GetIconInfo(reinterpret_cast<HICON>(icon(L"imgPicture")), &info));
+    BITMAP size{};
+    GetObjectW(info.hbmColor, sizeof size, &size);
+    EXPECT_EQ(size.bmWidth, host->Scale(Picture::kSide));
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    EXPECT_FALSE(IsWindowVisible(WindowOf(L"imgPicture")));
+    EXPECT_EQ(icon(L"imgNone"), 0);
+    EXPECT_TRUE(boxes.shown.empty());
+}
+
 TEST_F(ButtonsTest, FocusAloneChoosesNothing) {
     fixed.SetChosen(true);
     Show();
