@@ -72,7 +72,11 @@ using Do = controls::PictureList::Command;
 const std::vector<Object> kReads{Configuration, Records, Record, Table};
 
 const Command kCommands[] = {
-    {"Show", L"CodeDef", Of(L"UserControl_Show"), {Application, Configuration}, [](Session& s) { s.addOn->Show(); }},
+    {"Show",
+     L"CodeDef",
+     Of(L"UserControl_Show"),
+     {Application, Configuration, Records, Record, Table},
+     [](Session& s) { s.addOn->Show(); }},
     {"Activate", L"CodeDef", Of(L"IAddOnGUI_Activate"), {}, [](Session& s) { s.addOn->Activate(); }},
     {"a slave declined",
      L"CodeDef",
