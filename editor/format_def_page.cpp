@@ -20,11 +20,15 @@ constexpr std::int32_t kHeader = 6;
 constexpr std::int32_t kTerminator = 7;
 constexpr std::int32_t kSeparator = 82;
 
+/// What was never read is left out.
 std::wstring OverviewText(const model::AdvancedFormat& format) {
-    const std::int32_t items = format.OutItems().Count();
-    std::wstring text = format.GetLabel() + L"   " + std::to_wstring(items);
-    text += Load(items == 1 ? Id::AdvFormatOneItem : Id::AdvFormatItems);
-    return format.Transports() == 0 ? text + Load(Id::AdvFormatNotSent) : text;
+    const bool unread = IsUnread(format, &model::AdvancedFormat::Transports);
+    std::wstring text = unread ? std::wstring() : format.GetLabel() + L"   ";
+    if (format.ItemsAreRead()) {
+        const std::int32_t items = format.OutItems().Count();
+        text += std::to_wstring(items) + Load(items == 1 ? Id::AdvFormatOneItem : Id::AdvFormatItems);
+    }
+    return !unread && format.Transports() == 0 ? text + Load(Id::AdvFormatNotSent) : text;
 }
 
 } // namespace

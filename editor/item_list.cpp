@@ -86,8 +86,14 @@ void ItemList::Refresh() {
     for (const model::OutItem& item : format.OutItems())
         rows.push_back(RowFor(item));
     pls_.SetRows(std::move(rows));
-    lblItems_.SetCaption(Load(Id::ItemsHeading) + L" " + std::to_wstring(format.OutItems().Count()) + L" " +
-                         Load(Id::CountOf) + L" " + std::to_wstring(format.MaxItemsCount()));
+    // A number that nobody read is not shown as 0.
+    std::wstring heading = Load(Id::ItemsHeading);
+    if (format.ItemsAreRead())
+        heading += L" " + std::to_wstring(format.OutItems().Count());
+    if (format.ItemCountIsRead())
+        heading += L" " + Load(Id::CountOf) + L" " + std::to_wstring(format.MaxItemsCount());
+    lblItems_.SetCaption(heading);
+    pls_.SetEmptyText(Load(format.ItemsAreRead() ? Id::NoItemsYet : Id::ReasonItemCount));
 }
 
 void ItemList::Select() {

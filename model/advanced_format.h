@@ -31,7 +31,9 @@ class AdvancedFormat : public Marked {
     std::int16_t MaxItemsCount() const { return maxItemsCount_; }
     /// False when the device did not say how many items there are or may be: their number is not saved then, so none
     /// may be added or removed.
-    bool ItemCountIsRead() const { return !Marks().Has(kItemCountCell) && !Marks().Has(kMaxItemsCountCell); }
+    bool ItemCountIsRead() const { return ItemsAreRead() && MaxItemsCountIsRead(); }
+    bool ItemsAreRead() const { return !Marks().Has(kItemCountCell); }
+    bool MaxItemsCountIsRead() const { return !Marks().Has(kMaxItemsCountCell); }
     /// False for an item beyond the slots that the device keeps for each format: it would land in the next one's.
     bool HasPlace(const OutItem& item) const { return item.Index() <= itemSlots_; }
     /// Where the item's settings stand on the device.

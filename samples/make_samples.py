@@ -270,8 +270,8 @@ def odd():
     parameters[349]["values"][0] = 21
     parameters[352]["values"][1] = None
     parameters[345]["values"][0] = None
-    for number in (357, 366):
-        parameters[number]["level"] = 3
+    for number, level in ((3002, 2), (3003, 2), (357, 3), (366, 3)):
+        parameters[number]["level"] = level
     return clusters, devices
 
 

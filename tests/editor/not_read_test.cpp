@@ -157,6 +157,7 @@ TEST(NotReadShown, WithoutTheNumberOfItemsNoneIsAddedOrRemoved) {
     });
     it.Click(L"Format1");
     EXPECT_THAT(it.Strip(), HasSubstr("349 (no value)"));
+    EXPECT_EQ(it.Caption(L"lblItems"), L"Items 5") << "of how many nobody knows";
     const std::int32_t count = it.root.AdvancedFormats().Item(1).OutItems().Count();
     EXPECT_FALSE(it.Get<controls::Toolbar>(L"tbrCodeRel").Enabled());
     EXPECT_THAT(testing::PrintToString(it.Get<controls::Toolbar>(L"tbrMisc").Hint()), HasSubstr("did not say"));

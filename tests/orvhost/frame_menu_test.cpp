@@ -39,7 +39,7 @@ TEST(FrameMenu, GreysWhatCannotBeDoneNow) {
     state.hasAddOn = true;
     state.modeless = false;
     const OwnedMenu modal = MakeMenu(state);
-    for (const wchar_t* caption : {L"Open", L"Show", L"Close", L"Exit", L"Level 1", L"5"})
+    for (const wchar_t* caption : {L"Open", L"Show", L"Hide", L"Close", L"Exit", L"Level 1", L"5"})
         EXPECT_EQ(FindCommand(modal.Get(), caption), 0) << "the add-on shows something modal";
     EXPECT_EQ(FindCommand(modal.Get(), L"Drop Connection"), kDropConnection) << "a line breaks whenever it likes";
 }

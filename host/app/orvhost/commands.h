@@ -10,6 +10,7 @@ enum Command : int {
     kExit,
     kShow,
     kActivate,
+    kHide,
     kCloseAddOn,
     kDropConnection,
     kClearLog,

@@ -63,6 +63,7 @@ OwnedMenu AddOnMenu(const FrameState& state) {
     OwnedMenu menu(CreatePopupMenu());
     Add(menu.Get(), kShow, L"&Show\tF5", state.hasFile && state.modeless);
     Add(menu.Get(), kActivate, L"&Activate\tF6", state.hasAddOn && state.modeless);
+    Add(menu.Get(), kHide, L"&Hide", state.hasAddOn && state.modeless);
     AddRule(menu.Get());
     Add(menu.Get(), kCloseAddOn, L"&Close\tCtrl+F4", state.hasAddOn && state.modeless);
     return menu;

@@ -30,6 +30,10 @@ void HostApp::Dispatch(int command) {
         return ShowAddOn();
     case kActivate:
         return ActivateAddOn();
+    case kHide:
+        if (session_)
+            session_->SetVisible(false);
+        return;
     case kCloseAddOn:
         return CloseAddOn();
     case kDropConnection:
