@@ -6,6 +6,7 @@
 #include "cli/expression.h"
 #include "cli/values.h"
 #include "device/parameter_access.h"
+#include "text/texts.h"
 
 namespace orv::cli {
 namespace {
@@ -23,6 +24,18 @@ device::Description Writable(const FieldRef& field, device::ParameterAccess& acc
     if (field.element >= setup.description.elementCount)
         throw ValueError(parameter + L" has no element " + std::to_wstring(field.element) + L" on this device");
     return setup.description;
+}
+
+/// Length, minimum and maximum are saved together or not at all.
+void RequireWholeLength(const FieldRef& field, device::ParameterAccess& access) {
+    constexpr std::int32_t kMinimum = 3;
+    constexpr std::int32_t kMaximum = 4;
+    constexpr std::int32_t kFixed = 70;
+    if (field.number != kMinimum && field.number != kMaximum && field.number != kFixed)
+        return;
+    const auto isPresent = [&](std::int32_t number) { return access.SetupFor(number).present; };
+    if (isPresent(kFixed) && !(isPresent(kMinimum) && isPresent(kMaximum)))
+        throw ValueError(text::Load(text::Id::ReasonLengthParts));
 }
 
 std::wstring ChoiceList(const std::vector<device::Choice>& choices) {
@@ -129,6 +142,7 @@ void Apply(model::OutFormatConfig& model, device::DeviceState& state, const Assi
     device::ParameterAccess access(state);
     try {
         const FieldRef field = Resolve(model, assignment.name);
+        RequireWholeLength(field, access);
         std::visit(Setter(field, access, assignment.value, force), field.place);
         field.stored();
     } catch (const ValueError& error) {

@@ -11,21 +11,21 @@ namespace {
 
 struct OldGroup {
     std::wstring text;
-    std::wstring noRead;
-    std::wstring multipleRead;
+    model::Group strings{0};
     bool taken = false;
 };
 
 std::vector<OldGroup> Remember(const model::Groups& groups) {
     std::vector<OldGroup> old;
-    for (const model::Group& group : groups)
-        old.push_back({group.Text(false), group.NoReadString(), group.MultipleReadString()});
+    for (const model::Group& group : groups) {
+        old.push_back({group.Text(false)});
+        old.back().strings.TakeStrings(group);
+    }
     return old;
 }
 
 void Take(model::Group& group, OldGroup& old) {
-    group.NoReadString(old.noRead);
-    group.MultipleReadString(old.multipleRead);
+    group.TakeStrings(old.strings);
     old.taken = true;
 }
 

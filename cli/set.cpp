@@ -42,6 +42,15 @@ std::wstring Reason(const FieldRef& field, const model::OutFormatConfig& saved) 
     return L"the save puts another value there";
 }
 
+/// What the configuration holds, also behind a value of the same slot that cannot be read.
+std::wstring NowText(const FieldRef& field, device::ParameterAccess& access) {
+    if (field.IsRead())
+        return FieldText(field, access);
+    const device::Value value = access.Read(field.number, static_cast<std::int16_t>(field.element));
+    const bool isText = field.type == device::WireType::Text || field.type == device::WireType::ByteArray;
+    return isText ? DisplayText(access.AsByteString(value), access) : device::ToText(value);
+}
+
 /// Nothing that somebody asked for is lost without a word.
 void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
     device::ParameterAccess access(file.State());
@@ -49,7 +58,7 @@ void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
     saved.Reload();
     for (const Expected& one : expected) {
         const FieldRef field = Resolve(saved, one.name);
-        const std::wstring now = FieldText(field, access);
+        const std::wstring now = NowText(field, access);
         if (now == one.value || (field.name == L"Length" && KeptAsFixedLength(saved, one)))
             continue;
         throw AssignmentError(one.name,

@@ -36,12 +36,30 @@ void MIBParamCache::Reserve(std::size_t count, std::size_t characters) {
     entries_.reserve(characters);
 }
 
+std::optional<std::wstring> MIBParamCache::NameOf(std::int32_t number, std::int16_t element) {
+    try {
+        return access_.EntryName(number, element, target_);
+    } catch (const Error& error) {
+        if (error.Number() != error_number::kSubscript)
+            throw;
+        return std::nullopt;
+    }
+}
+
+bool MIBParamCache::HasEntry(std::int32_t number, std::int16_t element) {
+    const auto name = NameOf(number, element);
+    return name && !name->empty();
+}
+
 void MIBParamCache::Add(std::int32_t number, WireType type, Value value, std::int16_t element) {
     if (keeps_ == Keeps::WhatIsLeftOut)
         return;
-    const std::wstring entry = access_.EntryName(number, element, target_);
-    if (entry.empty())
+    const auto name = NameOf(number, element);
+    if (!name)
+        LeaveOutForWantOfPlace(std::to_wstring(number) + L"[" + std::to_wstring(element) + L"]");
+    if (!name || name->empty())
         return;
+    const std::wstring& entry = *name;
     queue_.push_back({entries_.size() + entry.size(), Convert(std::move(value), type)});
     try {
         entries_ += entry;
@@ -55,12 +73,9 @@ void MIBParamCache::LeaveOut(LeftOut::Why why, std::int32_t number, std::int16_t
     // Most of what is marked lies above the level: for all items of a format it is asked once.
     if (std::find(withoutEntry_.begin(), withoutEntry_.end(), number) != withoutEntry_.end())
         return;
-    std::wstring entry;
-    try {
-        entry = access_.EntryName(number, element, target_);
-    } catch (const Error&) { // an element that does not exist is one that was never read
-        entry = std::to_wstring(number) + L"[" + std::to_wstring(element) + L"]";
-    }
+    // An element that does not exist is one that was never read, too.
+    std::wstring entry =
+        NameOf(number, element).value_or(std::to_wstring(number) + L"[" + std::to_wstring(element) + L"]");
     if (entry.empty())
         withoutEntry_.push_back(number);
     else

@@ -1,6 +1,7 @@
 #pragma once
 // The parameters that a save must write, and their commit in one session.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,8 +44,8 @@ class MIBParamCache {
     /// One that keeps only what is left out queues nothing, and asks the host for nothing on the way.
     explicit MIBParamCache(DeviceState& state, Keeps keeps = Keeps::Everything);
 
-    /// Queues element `element` of a parameter; one without an entry name is silently not queued. Converts `value`
-    /// to `type`: raises 6 or 13 when it cannot.
+    /// Queues element `element` of a parameter; one without an entry name is silently not queued, one that the device
+    /// has no element for is left out. Converts `value` to `type`: raises 6 or 13 when it cannot.
     void Add(std::int32_t number, WireType type, Value value, std::int16_t element = 0);
     /// Before so many are added, with entry names of so many characters altogether.
     void Reserve(std::size_t count, std::size_t characters);
@@ -59,9 +60,7 @@ class MIBParamCache {
     }
     const std::vector<LeftOut>& WhatIsLeftOut() const { return leftOut_; }
     /// Whether Add would queue it.
-    bool HasEntry(std::int32_t number, std::int16_t element) {
-        return !access_.EntryName(number, element, target_).empty();
-    }
+    bool HasEntry(std::int32_t number, std::int16_t element);
 
     std::int32_t LastSAPError() const { return lastSapError_; }
     std::vector<MIBParameter> Parameters() const;
@@ -79,6 +78,8 @@ class MIBParamCache {
         Value value;
     };
     std::wstring_view EntryOf(std::size_t position) const;
+    /// Nothing where the device has no such element.
+    std::optional<std::wstring> NameOf(std::int32_t number, std::int16_t element);
     bool SaveToConfiguration();
     bool SaveToDevice(bool validate);
     bool SwitchTableInteractiveOff();

@@ -73,8 +73,13 @@ std::vector<std::wstring> Omissions::Strips(const model::OutFormatConfig& root,
     for (const LeftOut& one : cache_.WhatIsLeftOut())
         if (keepsExpression && one.number == kExpression)
             strips.push_back(one.reason); // a sentence of its own
-    if (const std::wstring list = NotRead(keepsExpression, format); !list.empty())
-        strips.push_back(Filled(Id::NotReadStrip, {{L"list", list}}));
+    if (const std::wstring list = NotRead(keepsExpression, format); !list.empty()) {
+        std::wstring strip = Filled(Id::NotReadStrip, {{L"list", list}});
+        const auto& leftOut = cache_.WhatIsLeftOut();
+        if (std::any_of(leftOut.begin(), leftOut.end(), [&](const LeftOut& one) { return ItemOf(one, format) > 0; }))
+            strip = Filled(Id::NotReadStaysWithPlace, {{L"strip", strip}});
+        strips.push_back(std::move(strip));
+    }
     return strips;
 }
 

@@ -96,7 +96,9 @@ void Codes::LoadSlots() {
 }
 
 void Codes::LoadGroups() {
-    if (!groups_.ParseExpression(expression_())) {
+    // Without a word on how codes are combined nobody can say that the expression does not count.
+    const bool counts = !Marks().Has(CellOf(&Codes::Combination));
+    if (!groups_.ParseExpression(expression_()) || !counts) {
         OwnMarks().Ask(CellOf(&Codes::expression_));
         groups_.MaxCount(0);
         return;
@@ -150,23 +152,13 @@ void Codes::SaveGroups(device::MIBParamCache& cache) const {
 }
 
 void Codes::SaveGroup(const Group& group, device::ParameterAccess& access, device::MIBParamCache& cache) const {
-    const auto withoutPlace = [&] {
+    if (!groups_.HasPlace(group)) {
         cache.LeaveOutForWantOfPlace(
             text::Filled(text::Id::GroupWithoutPlace, {{L"group", std::to_wstring(group.Index())}}));
-    };
-    if (!groups_.HasPlace(group)) {
-        withoutPlace();
         return;
     }
-    try {
-        for (const auto& field : kGroupFields)
-            SaveField(field, group, access, cache, ElementOf(group));
-    } catch (const Error& error) {
-        // The device holds fewer strings of the one sort than of the other.
-        if (error.Number() != error_number::kSubscript)
-            throw;
-        withoutPlace();
-    }
+    for (const auto& field : kGroupFields)
+        SaveField(field, group, access, cache, ElementOf(group));
 }
 
 } // namespace orv::model

@@ -38,6 +38,12 @@ class Group : public Marked {
         codes_.assign(references.begin(), references.end());
     }
     void ClearCodes() { codes_.clear(); }
+    /// Its two strings as those of `other`, read or not.
+    void TakeStrings(const Group& other) {
+        NoReadString = other.NoReadString;
+        MultipleReadString = other.MultipleReadString;
+        OwnMarks() = other.Marks();
+    }
 
     /// Appends the group to `text`: device form ("[1|2]"), or the readable form ("[1 OR 2]") when `display`.
     /// True when anything was appended.

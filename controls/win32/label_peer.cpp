@@ -20,6 +20,10 @@ LabelPeer::LabelPeer(PeerHost& host, Widget& label) : WindowPeer(host, label, {L
         MakeHeading();
 }
 
+std::wstring LabelPeer::WindowText() const {
+    return Subject().GetKind() == Kind::HintLine ? Subject().PlainCaption() : Subject().Caption();
+}
+
 void LabelPeer::Mirror(Aspect aspect) {
     WindowPeer::Mirror(aspect);
     // The system draws only the part that is new, and an ellipsis moves with the width.

@@ -10,6 +10,9 @@ class LabelPeer final : public WindowPeer {
     LabelPeer(PeerHost& host, Widget& label);
     void Mirror(Aspect aspect) override;
 
+  protected:
+    std::wstring WindowText() const override;
+
   private:
     void MakeHeading();
 

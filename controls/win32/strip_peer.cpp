@@ -54,7 +54,7 @@ StripPeer::StripPeer(PeerHost& host, Widget& strip) : WindowPeer(host, strip, {L
 
 std::wstring StripPeer::WindowText() const {
     return Subject().GetKind() == Kind::OutputStrip ? static_cast<const OutputStrip&>(Subject()).Line()
-                                                    : Subject().Caption();
+                                                    : Subject().PlainCaption();
 }
 
 void StripPeer::Mirror(Aspect aspect) {
@@ -76,7 +76,7 @@ void StripPeer::Draw(const DRAWITEMSTRUCT& item) {
 }
 
 void StripPeer::DrawWarning(HDC dc, RECT area) {
-    const std::wstring& text = Subject().Caption();
+    const std::wstring text = Subject().PlainCaption();
     FillRect(dc, &area, GetSysColorBrush(text.empty() ? COLOR_BTNFACE : COLOR_INFOBK));
     if (text.empty())
         return;

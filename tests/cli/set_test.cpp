@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -136,6 +138,48 @@ TEST(Set, RefusesWhatASaveWouldLoseAndWritesNothing) {
     // The same in an order that makes sense.
     EXPECT_EQ(RunProgram({"set", source, "-o", source, "Codes(2).Length=0", "Codes(2).MinLength=4"}).status, 0);
     EXPECT_EQ(device::ToInt32(StoreOf(source).Get(3, 1)), 4);
+}
+
+/// The conveyor sample, changed.
+std::string Changed(const Folder& folder, const std::function<void(sim::DeviceDescription&)>& change) {
+    sim::SystemDescription system = sim::LoadDescription(std::filesystem::u8path(SamplePath("conveyor.json")));
+    change(system.devices.front());
+    return folder.Write("source.json", sim::FormatDescription(system));
+}
+sim::ParameterDescription& Parameter(sim::DeviceDescription& device, std::int32_t number) {
+    return *std::find_if(device.parameters.begin(), device.parameters.end(),
+                         [number](const auto& parameter) { return parameter.number == number; });
+}
+
+TEST(Set, AnExpressionGivesNoGroupAStringThatWasNotRead) {
+    const Folder folder;
+    const std::string source =
+        Changed(folder, [](auto& device) { Parameter(device, 17).values.at(0) = device::Value(); });
+    const Result result = RunProgram({"set", source, "-o", source, "Expression=1|2&[3]&4"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.err, HasSubstr("/Codes/Groups/NoReadString[0] (17) is left out"));
+    EXPECT_EQ(StoreOf(source).Get(17, 0), device::Value());
+}
+
+TEST(Set, TakesAValueBehindTheOneThatCannotBeRead) {
+    const Folder folder;
+    const std::string source = Changed(folder, [](auto& device) {
+        Parameter(device, 3002).type = device::WireType::Int16;
+        for (device::Value& value : Parameter(device, 3002).values)
+            value = std::int16_t{0};
+        Parameter(device, 3002).values.at(2) = std::int16_t{300};
+    });
+    const Result result = RunProgram({"set", source, "-o", source, "Codes(3).RssType=2"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(device::ToInt32(StoreOf(source).Get(3012, 2)), 2);
+}
+
+TEST(Set, RefusesLimitsOfASlotWhoseFixedLengthStays) {
+    const Folder folder;
+    const std::string source = Changed(folder, [](auto& device) { Parameter(device, 4).level = 3; });
+    const std::string target = folder.File("target.json");
+    for (const char* assignment : {"Codes(2).MinLength=4", "Codes(2).Length=0"})
+        EXPECT_EQ(RunProgram({"set", source, "--level", "2", "-o", target, assignment}).status, 2) << assignment;
 }
 
 TEST(Set, TakesTheLevelOnlyForItself) {

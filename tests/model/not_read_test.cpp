@@ -283,6 +283,19 @@ TEST(NotRead, ShownAgainUnderAHigherLevelOnlyWhatTheUserChangedIsWritten) {
     }
 }
 
+TEST(NotRead, AnExpressionStaysWhenTheUserChoosesACombinationThatWasNotRead) {
+    Loaded loaded(Put(72, 0, Value()));
+    Store(loaded.root.Codes(), &Codes::Combination, kCombinationByExpression);
+    EXPECT_EQ(loaded.ChangedBySave(), std::set<std::int32_t>{72}) << "nobody saw the groups that were there";
+}
+
+TEST(NotRead, ASlotBeyondTheElementsOfItsLengthCanStillBeSaved) {
+    Loaded loaded([](DeviceDescription& device) { test::Resize(Parameter(device, 70), 5); });
+    CodeDef& slot = *loaded.root.Codes().Code(8);
+    slot.ChooseLength(0, slot.MinLength(), slot.MaxLength());
+    EXPECT_NO_THROW(loaded.ChangedBySave());
+}
+
 TEST(NotRead, PlanningChangesNothing) {
     Loaded loaded([](DeviceDescription& device) {
         Put(70, 0, std::int16_t{12})(device);
