@@ -24,8 +24,8 @@ void IgnoringErrors(Action&& action) noexcept {
     }
 }
 
-template <typename Object>
-Object& Required(const std::shared_ptr<Object>& object) {
+template <typename Pointer>
+auto& Required(const Pointer& object) {
     if (!object)
         throw Error(error_number::kObjectNotSet);
     return *object;
@@ -112,6 +112,7 @@ void AddOn::Show() {
         return;
     }
     Handle(L"AddOnControl.UserControl_Show", [this] { ShowSteps(); });
+    TargetChanged(); // the level may be another one although a later step failed
 }
 
 void AddOn::ShowSteps() {
@@ -135,7 +136,8 @@ void AddOn::ShowSteps() {
 /// one.
 void AddOn::ShowValues() {
     const bool stored = editor_->CommitPending();
-    if (editor_->LevelDiffers() && stored && !editor_->Modified())
+    // Another device is not read unasked: it may be a slave, which takes a question.
+    if (editor_->LevelDiffers() && !editor_->DeviceDiffers() && stored && !editor_->Modified())
         ReadAgain();
     else
         editor_->Reopen();
@@ -189,11 +191,18 @@ void AddOn::LoadValues() {
 }
 
 void AddOn::ReadAgain() {
+    if (saving_ || terminating_)
+        throw platform::WaitAbandoned{};
     const Restoring done([this, before = activating_] { activating_ = before; });
     activating_ = true;
-    // Until all of it is there nothing can be edited; the next activation tries again.
+    // Until all of it is there nothing can be edited; the next activation tries again. The line names the new level.
+    const Restoring named([this] {
+        if (!loaded_)
+            IgnoringErrors([this] { editor_->RefreshDeviceLine(); });
+    });
     loaded_ = false;
     editor_->ValuesLost();
+    Required(state_.root).ForgetIdentifiers();
     LoadValues();
     editor_->Reopen();
     editor_->SetModified(false);

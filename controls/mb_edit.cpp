@@ -260,6 +260,8 @@ void MBEdit::TakeText(std::wstring_view before, std::wstring_view after) {
 
 void MBEdit::Undo() {
     Guard([&] { core_.Undo(); });
+    if (!core_.CanUndo() && Data() == stored_)
+        pending_ = false; // what was shown before the first key is no change
 }
 
 void MBEdit::Redo() {

@@ -110,7 +110,7 @@ void Editor::OnOK() {
 }
 
 void Editor::OnReadAgain() {
-    if (modified_) {
+    if (!CommitPending() || modified_) {
         const platform::MessageBox question{.text = Load(Id::ReadAgainQuestion),
                                             .title = Load(Id::WarningTitle),
                                             .icon = platform::Icon::Warning,

@@ -69,6 +69,8 @@ class Editor {
     void ValuesLost();
     /// The access level is another than the one that the values were read under.
     bool LevelDiffers() const;
+    /// The host has turned to another device than the one that was read.
+    bool DeviceDiffers() const;
     /// Opens the selected node's page anew, its fields set up again; nothing before the values were read. What is being
     /// typed is stored first; where that fails, the page is shown as it is.
     void Reopen();

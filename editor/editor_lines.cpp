@@ -97,6 +97,10 @@ bool Editor::LevelDiffers() const {
     return hasRead_ && readFrom_.accessLevel != state_.current.accessLevel;
 }
 
+bool Editor::DeviceDiffers() const {
+    return hasRead_ && (readFrom_.cluster != state_.current.cluster || readFrom_.device != state_.current.device);
+}
+
 void Editor::RefreshStrip() {
     std::vector<std::wstring> strips;
     if (hasRead_) {

@@ -207,12 +207,11 @@ void Editor::Reopen() {
     if (!hasRead_ || shownKey_.empty())
         return;
     const bool stored = CommitPending();
+    ShowPage(PageOf(ParseNodeKey(shownKey_).kind).Frame()); // also where opening it fails
     for (const auto& page : pages_)
         page->ForgetSetup();
     if (stored)
         ShowNode(shell_->tvw.FindNode(shownKey_) ? shownKey_ : shell_->tvw.Nodes().front().key);
-    else
-        ShowPage(PageOf(ParseNodeKey(shownKey_).kind).Frame());
     SelectNode(shownKey_);
     RefreshDeviceLine();
 }

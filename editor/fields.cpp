@@ -146,6 +146,8 @@ void NumberField::SetUp(const std::wstring& meaning, std::int32_t number, const 
 }
 
 void NumberField::SetUsable(bool usable, const std::wstring& reason) {
+    if (!usable)
+        box_->Revert(); // wrong text would stay behind where nobody can put it right
     SetFieldUsable(*box_, hint_, present_, usable, reason);
 }
 

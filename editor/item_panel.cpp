@@ -94,8 +94,11 @@ void ItemPanel::StoreType(std::int32_t data) {
     Store(item, &OutItem::ItemCategory, category);
     Store(item, &OutItem::CodeRelType, type);
     Store(item, &OutItem::GlobalType, type);
-    Store(item, &OutItem::FormatType, format.type);
-    Store(item, &OutItem::FormatLength, format.length);
+    // Nobody saw a number format that was not read, so nobody changes it by the way.
+    if (!IsUnread(item, &OutItem::FormatType) && !IsUnread(item, &OutItem::FormatLength)) {
+        Store(item, &OutItem::FormatType, format.type);
+        Store(item, &OutItem::FormatLength, format.length);
+    }
     FillLists();
     FillFormat();
     Changed();

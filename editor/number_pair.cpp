@@ -21,7 +21,7 @@ NumberPair::NumberPair(Context& context, controls::Widget& parent, const std::ws
       }) {}
 
 bool NumberPair::Fits(bool fits, Number number, NumberField& other, const Store& storeOther) {
-    if (fits)
+    if (fits || number <= 0) // which the model does not take
         return true;
     context_.form.Boxes().Beep();
     if (number < other.Box().Least() || number > other.Box().Greatest()) {
@@ -29,7 +29,6 @@ bool NumberPair::Fits(bool fits, Number number, NumberField& other, const Store&
         return false;
     }
     storeOther(number);
-    other.Show(number);
     tookAlong_ = true;
     context_.changed();
     return false;

@@ -53,6 +53,7 @@ std::int16_t AdvancedFormat::ElementOf(const OutItem& item) const {
 bool AdvancedFormat::Load(std::int32_t itemSlots) {
     device::ParameterAccess access(state_);
     itemSlots_ = itemSlots;
+    OwnMarks().SetAll(kMaxItemsCountCell + 1); // a load that fails leaves nothing that looks as if it had been read
     for (const auto& field : kFields)
         LoadField(field, *this, access, {Element(), {}});
     ReadCell(
@@ -89,9 +90,12 @@ void AdvancedFormat::Save(device::MIBParamCache& cache) const {
                              {{L"item", std::to_wstring(item.Index())}, {L"format", std::to_wstring(index_)}}));
     if (ItemCountIsRead())
         cache.Add(kItemCount, Int16, state_.Support().Minimum(outItems_.Count(), maxItemsCount_), Element());
+    else if (!ItemsAreRead())
+        LeaveOutNotRead(cache, kItemCount, Element(), Marks(), kItemCountCell);
     else
-        LeaveOutNotRead(cache, kItemCount, Element(), Marks(),
-                        Marks().Has(kItemCountCell) ? kItemCountCell : kMaxItemsCountCell);
+        cache.LeaveOut(device::LeftOut::Why::NotRead, kItemCount, Element(),
+                       text::Filled(text::Id::NotReadEntry, {{L"number", std::to_wstring(kMaxItemsCount)},
+                                                             {L"reason", NotReadReason(Marks(), kMaxItemsCountCell)}}));
     for (const auto& field : kFields)
         SaveField(field, *this, access, cache, Element());
 }

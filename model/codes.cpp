@@ -79,6 +79,7 @@ CodeDef& Codes::Add(std::int16_t index, const std::wstring& key) {
 
 bool Codes::Load() {
     device::ParameterAccess access(state_);
+    OwnMarks().SetAll(RowCells<Codes>());
     for (const auto& field : Fields())
         LoadField(field, *this, access, {0, kCodesAccessLevel});
     LoadSlots();

@@ -134,12 +134,14 @@ void LoadField(const Field<Class>& row, Class& object, device::ParameterAccess& 
         row.member);
 }
 
+inline std::wstring NotReadReason(const ReadMarks& marks, int cell) {
+    std::wstring reason = marks.Failure(cell);
+    return !reason.empty() ? reason : text::Load(marks.Asked(cell) ? text::Id::NoValueRead : text::Id::NotAskedFor);
+}
+
 inline void LeaveOutNotRead(device::MIBParamCache& cache, std::int32_t number, std::int16_t element,
                             const ReadMarks& marks, int cell) {
-    std::wstring reason = marks.Failure(cell);
-    if (reason.empty())
-        reason = text::Load(marks.Asked(cell) ? text::Id::NoValueRead : text::Id::NotAskedFor);
-    cache.LeaveOut(device::LeftOut::Why::NotRead, number, element, std::move(reason));
+    cache.LeaveOut(device::LeftOut::Why::NotRead, number, element, NotReadReason(marks, cell));
 }
 
 /// Queues one row, but for what was never read.

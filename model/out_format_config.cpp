@@ -102,6 +102,7 @@ bool OutFormatConfig::CustomCodeIDDefined(int index) const {
 
 void OutFormatConfig::Reload() {
     ParameterAccess access(state_);
+    OwnMarks().SetAll(CustomCodeCell(kCustomCodeIDCount));
     // Only 1 is on; any other value, even one that other switches take for on, is the standard format.
     ReadCell(
         CellOf(kAdvanced), [&] { return access.Read(kAdvanced.parameter); },

@@ -70,6 +70,9 @@ class OutFormatConfig : public Marked {
 
     /// Reads the whole model from the current device. A failing host call flies; what was read stays.
     void Reload();
+    /// Before a Reload that replaces the model instead of refreshing it: an identifier that comes back empty would keep
+    /// what it holds, which may be another device's or a change that was given up.
+    void ForgetIdentifiers() { customCodes_ = {}; }
     /// Queues every parameter and commits them; shows what failed. True when everything was written.
     bool Save(bool interactive);
     const SaveReport& LastSave() const { return lastSave_; }

@@ -51,6 +51,7 @@ std::wstring OutItem::GetItemTypeKey() const {
 }
 
 bool OutItem::Load(device::ParameterAccess& access, std::int16_t element) {
+    MarkAll();
     for (const auto& field : kFields)
         LoadField(field, *this, access, {element, {}});
     return true;

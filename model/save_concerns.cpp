@@ -20,8 +20,8 @@ bool LacksReadingMode(const CodeDef& code) {
     if (code.CodeType() != kMaxiCode)
         return false;
     for (int mode = 0; mode < SevenFlags::kCount; ++mode)
-        if (code.MaxicodeEnable(mode))
-            return false;
+        if (code.MaxicodeEnable(mode) || code.Marks().Has(CellOf(&CodeDef::MaxicodeEnable) + mode))
+            return false; // one that was not read may be on
     return true;
 }
 
@@ -29,7 +29,8 @@ bool LacksReadingMode(const CodeDef& code) {
 
 std::vector<SaveConcern> SaveConcerns(const OutFormatConfig& root) {
     std::vector<SaveConcern> concerns;
-    if (root.Advanced() && root.CodeID() == kCodeIDDisabled)
+    const bool isRead = !root.Marks().Has(CellOf(&OutFormatConfig::CodeID));
+    if (root.Advanced() && root.CodeID() == kCodeIDDisabled && isRead)
         for (const AdvancedFormat& format : root.AdvancedFormats())
             for (const OutItem& item : format.OutItems())
                 if (SendsCodeIdentifier(item))

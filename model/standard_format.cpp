@@ -19,6 +19,7 @@ std::span<const Field<StandardFormat>> StandardFormat::Fields() {
 
 bool StandardFormat::Load() {
     device::ParameterAccess access(state_);
+    OwnMarks().SetAll(RowCells<StandardFormat>());
     for (const auto& field : kFields)
         LoadField(field, *this, access, {});
     return true;

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "controls/combo_box.h"
 #include "controls/number_box.h"
 #include "controls/text_box.h"
 #include "tests/addon/session.h"
@@ -122,6 +123,65 @@ TEST_F(ShownAgain, AWrongNumberIsStillThere) {
         EXPECT_TRUE(number.EffectivelyVisible());
     }
     EXPECT_TRUE(session.Boxes().empty());
+}
+
+TEST_F(ShownAgain, AnIdentifierThatWasGivenUpDoesNotComeBack) {
+    Show(3);
+    session.Select(L"CodeDef");
+    auto& modes = dynamic_cast<controls::ComboBox&>(session.Widget(L"cboCodeID"));
+    for (std::size_t i = 0; i < modes.Entries().size(); ++i)
+        if (modes.Entries()[i].data == 2)
+            modes.Select(static_cast<int>(i));
+    Root().CustomCodeID(0, {});
+    session.addOn->Editor().SetModified(true);
+    session.Press(L"cmdApply");
+    ASSERT_EQ(session.OnDevice(400), device::Value(Bytes()));
+
+    Root().CustomCodeID(0, L"X");
+    session.addOn->Editor().SetModified(true);
+    Show(2);
+    session.bench.platform.boxes.answers = {Answer::Yes}; // changes since the last save are lost
+    session.Press(L"cmdReadAgain");
+    EXPECT_EQ(Root().CustomCodeID(0), L"");
+    session.Select(L"FormatDef");
+    session.Type(L"mbeHeader", L"\x02");
+    session.Press(L"cmdApply");
+    EXPECT_EQ(session.OnDevice(400), device::Value(Bytes())) << "written although it was given up";
+}
+
+TEST_F(ShownAgain, APageThatCannotBeOpenedLeavesPageAndTreeInAgreement) {
+    session.bench.host.Gate().FailNamed("ParameterTable.Describe", 1, -7, L"host is busy");
+    Show(1);
+    ASSERT_EQ(session.Boxes().size(), 1U);
+    EXPECT_EQ(dynamic_cast<controls::Tree&>(session.Widget(L"tvw")).SelectedKey(), L"FormatDef");
+    EXPECT_TRUE(session.Widget(L"fraFormatDef").Visible());
+    EXPECT_FALSE(session.Widget(L"fraCodeDef").Visible());
+}
+
+TEST_F(ShownAgain, AReadingThatFailsStillNamesTheNewLevel) {
+    session.bench.host.Gate().FailNamed("ParameterTable.GetValue", 1, -7, L"host is busy");
+    Show(3);
+    ASSERT_EQ(session.Boxes().size(), 1U);
+    EXPECT_THAT(Caption(L"lblDevice"), HasSubstr("level 3"));
+}
+
+TEST(ShownForAnotherDevice, ASlaveIsNotReadBeforeTheQuestionAndNotWhenDeclined) {
+    Session session("tunnel.json");
+    session.bench.host.SetAccessLevel(1);
+    session.Start();
+    const std::wstring header = session.state.root->StandardFormat().Header();
+    session.addOn->CurrentDeviceIndex(2);
+    session.bench.host.SetAccessLevel(3);
+    session.addOn->Show();
+    EXPECT_EQ(session.state.root->StandardFormat().Header(), header) << "a slave's, and nobody was asked";
+    session.bench.platform.boxes.answers = {Answer::No};
+    session.addOn->Activate();
+    session.addOn->CurrentDeviceIndex(0);
+    session.addOn->Show();
+    session.addOn->Activate();
+    EXPECT_EQ(session.state.root->StandardFormat().Header(), header);
+    EXPECT_EQ(testing::PrintToString(session.Widget(L"lblTarget").PlainCaption()).find("Read from device 2"),
+              std::string::npos);
 }
 
 } // namespace

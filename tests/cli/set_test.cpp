@@ -151,6 +151,20 @@ sim::ParameterDescription& Parameter(sim::DeviceDescription& device, std::int32_
                          [number](const auto& parameter) { return parameter.number == number; });
 }
 
+TEST(Show, MarksWhatWasNotReadAndThePlanNamesIt) {
+    const Folder folder;
+    const std::string source = Changed(folder, [](auto& device) {
+        Parameter(device, 7).values.at(0) = device::Value();
+        Parameter(device, 82).values.at(0) = device::Value(Bytes());
+    });
+    EXPECT_THAT(RunProgram({"show", source}).out, testing::ContainsRegex("Terminator +not read"));
+    EXPECT_THAT(RunProgram({"show", source, "--json"}).out, HasSubstr("\"Terminator\": null"));
+    const Result plan = RunProgram({"plan", source});
+    EXPECT_EQ(plan.err, source + ": /OutputFormat/Terminator (7) is left out: no value\n");
+    EXPECT_EQ(plan.out.find("/OutputFormat/Terminator"), std::string::npos);
+    EXPECT_THAT(plan.out, HasSubstr("/OutputFormat/CodeSeparator"));
+}
+
 TEST(Set, AnExpressionGivesNoGroupAStringThatWasNotRead) {
     const Folder folder;
     const std::string source =

@@ -370,5 +370,25 @@ TEST_F(NoDataMatrixTest, AFieldThatTheDeviceLacksSaysSo) {
     EXPECT_EQ(Get<CheckBox>(L"chkDMRectangular").Hint(), L"Rectangular, parameter 3005");
 }
 
+TEST(CodeLengthWithoutRange, AMaximumOf0LeavesBothBoxesWithWhatTheModelHolds) {
+    sim::SystemDescription system = test::Sample("tiny.json");
+    for (sim::ParameterDescription& parameter : system.devices.front().parameters)
+        if (parameter.number == 3 || parameter.number == 4)
+            parameter.details.hasRange = false;
+    struct Opened : CodePageTest {
+        using CodePageTest::CodePageTest;
+        void TestBody() override {}
+    } it(system);
+    it.Show([&] {
+        it.Slot().Enabled(true);
+        it.Slot().CodeType(0);
+        it.Slot().SetLength(0, 5, 9);
+    });
+    it.Type(L"txtMaxLength", L"0");
+    it.Type(L"txtMaxLength", L"0");
+    EXPECT_EQ(it.Number(L"txtMaxLength").Value(), it.Slot().MaxLength());
+    EXPECT_EQ(it.Number(L"txtMinLength").Value(), it.Slot().MinLength());
+}
+
 } // namespace
 } // namespace orv::editor

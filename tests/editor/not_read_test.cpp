@@ -103,6 +103,7 @@ TEST(NotReadShown, EachSortOfFieldShowsNothingAndTakesAValue) {
     EXPECT_TRUE(it.editor->CommitPending());
     EXPECT_TRUE(it.Writes(14) && it.Writes(72) && it.Writes(9));
     EXPECT_THAT(it.Strip(), Not(HasSubstr("14")));
+    EXPECT_THAT(it.Strip(), Not(HasSubstr("9 (Type")));
 
     it.Click(L"FormatDef");
     EXPECT_FALSE(it.Get<OptionButton>(L"optStdFormat").Chosen() || it.Get<OptionButton>(L"optAdvFormat").Chosen());
@@ -157,7 +158,7 @@ TEST(NotReadShown, WithoutTheNumberOfItemsNoneIsAddedOrRemoved) {
         Put(358, 0, std::uint8_t{2})(device);
     });
     it.Click(L"Format1");
-    EXPECT_THAT(it.Strip(), HasSubstr("349 (no value)"));
+    EXPECT_THAT(it.Strip(), HasSubstr("349 (350 (no value))"));
     EXPECT_EQ(it.Caption(L"lblItems"), L"Items 5") << "of how many nobody knows";
     const std::int32_t count = it.root.AdvancedFormats().Item(1).OutItems().Count();
     EXPECT_FALSE(it.Get<controls::Toolbar>(L"tbrCodeRel").Enabled());
@@ -217,6 +218,74 @@ TEST(NotReadShown, SeveralStripsAreCountedAndAllStandInTheTip) {
     EXPECT_TRUE(it.Get<controls::Button>(L"cmdReadAgain").Visible());
     it.Get<controls::Button>(L"cmdReadAgain").Press();
     EXPECT_EQ(it.readings, 1);
+}
+
+TEST(NotReadShown, AnotherTypeLeavesAFormatAloneThatWasNotRead) {
+    Opened it([](sim::DeviceDescription& device) {
+        Put(330, 0, std::int16_t{1})(device);
+        Put(351, 0, std::int32_t{0})(device);
+        Put(355, 0, std::int32_t{1})(device);
+        for (const std::int32_t number : {364, 365})
+            Put(number, 0, Value())(device);
+    });
+    it.Click(L"Format1");
+    it.Shown<ComboBox>(L"cboItemType").Select(0); // a code has no number format
+    EXPECT_TRUE(it.Writes(355));
+    EXPECT_FALSE(it.Visible(L"fraDataFormat"));
+    EXPECT_FALSE(it.Writes(364) || it.Writes(365)) << "0 over what nobody saw, in fields that nobody sees";
+    EXPECT_THAT(it.Strip(), HasSubstr("364, 365"));
+}
+
+TEST(NotReadShown, AnUndoneTextIsNoChange) {
+    Opened it([](sim::DeviceDescription& device) { Put(6, 0, Value())(device); });
+    it.Click(L"FormatDef");
+    controls::MBEdit& header = it.Shown<controls::MBEdit>(L"mbeHeader");
+    it.editor->Form().SetFocus(header);
+    header.TypeText(L"x");
+    header.Undo();
+    it.editor->Form().RouteKey({.key = controls::Key::Tab});
+    EXPECT_FALSE(it.Writes(6)) << "an empty header over the one on the device";
+    EXPECT_THAT(it.Strip(), HasSubstr("6 (no value)"));
+}
+
+TEST(NotReadShown, AnExpressionIsKeptWhenItsCombinationWasNotRead) {
+    Opened it([](sim::DeviceDescription& device) {
+        Put(72, 0, Value())(device);
+        Put(191, 0, std::wstring(L"1&2"))(device);
+    });
+    it.Click(L"CodeDef");
+    it.Shown<OptionButton>(L"optCodeComb", 2).Choose();
+    EXPECT_TRUE(it.Writes(72));
+    EXPECT_TRUE(!it.Writes(191) || it.root.Codes().Groups().Count() == 2) << "the groups of the device are gone";
+}
+
+TEST(NotReadShown, AWrongLimitIsNoObstacleOnceItsFieldIsOff) {
+    Opened it([](sim::DeviceDescription& device) {
+        Put(1, 0, std::int16_t{1})(device);
+        Put(2, 0, std::int32_t{1})(device);
+        Put(70, 0, Value())(device);
+    });
+    it.Click(L"Code1");
+    it.Shown<OptionButton>(L"optLengthVariable").Choose();
+    NumberBox& minimum = it.Shown<NumberBox>(L"txtMinLength");
+    it.editor->Form().SetFocus(minimum);
+    minimum.Edit(L"99999");
+    it.editor->Form().FocusLeft();
+    it.Shown<OptionButton>(L"optLengthFixed").Choose();
+    EXPECT_FALSE(minimum.Enabled());
+    it.Button(L"cmdApply").Press();
+    EXPECT_EQ(it.saves.size(), 1U) << it.Hint();
+}
+
+TEST(NotReadShown, ASaveAsksNothingAboutReadingModesThatWereNotRead) {
+    Opened it([](sim::DeviceDescription& device) {
+        Put(1, 0, std::int16_t{1})(device);
+        Put(2, 0, std::int32_t{18})(device);
+        Put(3002, 0, std::int16_t{300})(device);
+    });
+    it.editor->SetModified(true);
+    it.Button(L"cmdApply").Press();
+    EXPECT_TRUE(it.Boxes().empty()) << "they may well be enabled on the device, and stay as they are";
 }
 
 } // namespace
