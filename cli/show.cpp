@@ -58,6 +58,9 @@ class TextPrinter {
     std::wstring Note(const FieldRef& field) {
         if (std::wstring absence = AbsenceNote(field, access_); !absence.empty())
             return absence;
+        if (const auto* kept = std::get_if<ExpressionField>(&field.place);
+            kept && !kept->codes->KeptExpression().empty())
+            return L"not understood: " + Quoted(kept->codes->KeptExpression());
         if (!field.IsRead()) {
             const std::wstring failure = field.marks->Failure(field.cell);
             return failure.empty() ? L"not read" : L"not read: " + failure;

@@ -157,7 +157,7 @@ TEST(Show, MarksWhatWasNotReadAndThePlanNamesIt) {
         Parameter(device, 7).values.at(0) = device::Value();
         Parameter(device, 82).values.at(0) = device::Value(Bytes());
     });
-    EXPECT_THAT(RunProgram({"show", source}).out, testing::ContainsRegex("Terminator +not read"));
+    EXPECT_THAT(RunProgram({"show", source}).out, ::testing::ContainsRegex("Terminator +not read"));
     EXPECT_THAT(RunProgram({"show", source, "--json"}).out, HasSubstr("\"Terminator\": null"));
     const Result plan = RunProgram({"plan", source});
     EXPECT_EQ(plan.err, source + ": /OutputFormat/Terminator (7) is left out: no value\n");
