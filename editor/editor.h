@@ -72,7 +72,7 @@ class Editor {
     /// The host has turned to another device than the one that was read.
     bool DeviceDiffers() const;
     /// Opens the selected node's page anew, its fields set up again; nothing before the values were read. What is being
-    /// typed is stored first; where that fails, the page is shown as it is.
+    /// typed is stored first; where that fails, and while another device is current, the page is shown as it is.
     void Reopen();
     /// Lays everything out; again on each change of size or font. `measure` is
     /// kept until the next call, for pages that change their labels.

@@ -208,10 +208,12 @@ void Editor::Reopen() {
         return;
     const bool stored = CommitPending();
     ShowPage(PageOf(ParseNodeKey(shownKey_).kind).Frame()); // also where opening it fails
-    for (const auto& page : pages_)
-        page->ForgetSetup();
-    if (stored)
-        ShowNode(shell_->tvw.FindNode(shownKey_) ? shownKey_ : shell_->tvw.Nodes().front().key);
+    if (!DeviceDiffers()) { // what is shown is not the other one's, which may not even exist
+        for (const auto& page : pages_)
+            page->ForgetSetup();
+        if (stored)
+            ShowNode(shell_->tvw.FindNode(shownKey_) ? shownKey_ : shell_->tvw.Nodes().front().key);
+    }
     SelectNode(shownKey_);
     RefreshDeviceLine();
 }
