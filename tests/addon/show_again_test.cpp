@@ -123,6 +123,10 @@ TEST_F(ShownAgain, AWrongNumberIsStillThere) {
         EXPECT_TRUE(number.EffectivelyVisible());
     }
     EXPECT_TRUE(session.Boxes().empty());
+    session.bench.platform.boxes.answers = {Answer::Yes};
+    session.Press(L"cmdReadAgain");
+    EXPECT_EQ(session.Boxes().size(), 1U) << "what was typed is a change, too";
+    EXPECT_EQ(number.Text(), L"4") << "given up";
 }
 
 TEST_F(ShownAgain, AnIdentifierThatWasGivenUpDoesNotComeBack) {
