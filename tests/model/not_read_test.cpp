@@ -296,6 +296,26 @@ TEST(NotRead, ASlotBeyondTheElementsOfItsLengthCanStillBeSaved) {
     EXPECT_NO_THROW(loaded.ChangedBySave());
 }
 
+TEST(NotRead, BytesStandForATextAndATextForItsBytes) {
+    Loaded plain;
+    const std::wstring expected = test::Snapshot(plain.root);
+    Loaded swapped([](DeviceDescription& device) {
+        for (sim::ParameterDescription& parameter : device.parameters)
+            for (Value& value : parameter.values) {
+                // What is read as a number may be given as a text of it, never as bytes.
+                if (const auto* bytes = std::get_if<Bytes>(&value))
+                    value = std::wstring(bytes->begin(), bytes->end());
+                else if (const auto* text = std::get_if<std::wstring>(&value))
+                    value = Bytes(text->begin(), text->end());
+            }
+    });
+    EXPECT_EQ(test::Snapshot(swapped.root), expected);
+    EXPECT_EQ(swapped.LeftOutNumbers(), std::set<std::string>{});
+    device::ParameterAccess access(swapped.bench.state);
+    EXPECT_EQ(access.BytesToDisplayText(std::wstring(L"A\r"), device::BytesForm::Display), L"A<CR>");
+    EXPECT_EQ(test::ErrorOf([&] { access.AsByteString(std::int16_t{5}); }), 13) << "what is neither";
+}
+
 TEST(NotRead, PlanningChangesNothing) {
     Loaded loaded([](DeviceDescription& device) {
         Put(70, 0, std::int16_t{12})(device);
