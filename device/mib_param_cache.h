@@ -41,7 +41,7 @@ class MIBParamCache {
   public:
     enum class Keeps { Everything, WhatIsLeftOut };
 
-    /// One that keeps only what is left out queues nothing, and asks the host for nothing on the way.
+    /// One that keeps only what is left out queues nothing and looks up no entry that would be written.
     explicit MIBParamCache(DeviceState& state, Keeps keeps = Keeps::Everything);
 
     /// Queues element `element` of a parameter; one without an entry name is silently not queued, one that the device
