@@ -40,13 +40,15 @@ sim::TcpMibSapService::Endpoint ParseEndpoint(const std::string& text) {
 class LastTraffic {
   public:
     void Note(std::wstring_view line) {
+        if (line.starts_with(L'!'))
+            refusal_ = "transport error " + ToUtf8(line.substr(2));
         const auto parsed = sim::ParseLine(ToUtf8(line.substr(2)));
         if (!parsed)
             return;
         if (line.starts_with(L'>')) {
             request_ = *parsed;
             refusal_.clear();
-        } else if (parsed->verb == "ERR") {
+        } else if (line.starts_with(L'<') && parsed->verb == "ERR") {
             refusal_ = "the device answers " + Joined(parsed->fields);
         }
     }
@@ -95,7 +97,7 @@ class Application {
         if (!Save())
             Fail(Stop(file_.Model().LastSave().stoppedAt));
         if (file_.State().common->lastTransportError != 0)
-            Fail("all parameters written, but the session did not end");
+            Fail("all parameters accepted, but the session did not end, so what the device holds is not known");
         return file_.Model().LastSave().written;
     }
 

@@ -11,6 +11,7 @@
 #include "fuzz/component.h"
 #include "fuzz/fuzz.h"
 #include "fuzz/source.h"
+#include "host/sim/answer_count.h"
 #include "host/sim/code_page.h"
 #include "host/sim/line_protocol.h"
 #include "host/sim/line_service.h"
@@ -66,6 +67,31 @@ void InPieces(std::string_view wire, const Take& take) {
         piece = 1 + static_cast<std::uint8_t>(wire.front()) % 7;
         take(wire.substr(0, piece));
     }
+}
+
+/// Requests and answers, counted in pieces: what is asked for is given, and not a line of what is not.
+void CheckCount(std::string_view wire) {
+    const Lines expected = Cut(wire);
+    const bool whole = wire.empty() || wire.ends_with('\n');
+    const std::size_t asked = wire.empty() ? 0 : static_cast<std::uint8_t>(wire.back()) % 4 + expected.size() / 2;
+    sim::AnswerCount count;
+    for (std::size_t i = 0; i < asked; ++i)
+        count.Ask();
+    std::size_t taken = 0;
+    bool broken = false;
+    InPieces(wire, [&](std::string_view piece) {
+        if (broken)
+            return;
+        const sim::AnswerCount::Taken answers = count.Take(piece);
+        broken = answers.breach != sim::Breach::None;
+        Require(!broken || answers.lines.empty(), "nothing of a batch with a breach is an answer");
+        for (const std::string& line : answers.lines)
+            Require(line == expected.at(taken++).text, "answers come as they were sent");
+    });
+    const bool tooLong = std::any_of(expected.begin(), expected.end(), [](const auto& line) { return line.oversized; });
+    const bool tooMany = expected.size() + (whole ? 0 : 1) > asked;
+    Require(broken == (tooLong || tooMany), "a line too many or too long is a breach, and nothing else");
+    Require(taken <= asked && (broken || taken == expected.size()), "each request has one answer");
 }
 
 void CheckSplitter(std::string_view wire) {
@@ -172,10 +198,16 @@ class Wired final : public sim::LineService {
     explicit Wired(Source& source) : source_(source) {}
     std::vector<std::string> sent;
     bool linked = false;
+    bool closing = false; ///< nothing more is asked over this connection
 
     void Deliver(std::string_view line) {
         if (linked)
             OnLine(line);
+    }
+    /// The device closes its side.
+    void Hang() {
+        if (std::exchange(linked, false))
+            OnClosed();
     }
     void Lose(std::int32_t code) {
         if (std::exchange(linked, false))
@@ -189,9 +221,15 @@ class Wired final : public sim::LineService {
             return;
         }
         linked = true;
+        closing = false;
         OnOpened();
     }
     void Close() override { linked = false; }
+    void Finish() override {
+        closing = true;
+        if (source_.OneIn(3))
+            Hang();
+    }
     void Send(std::string line) override { sent.push_back(std::move(line)); }
 
   private:
@@ -262,13 +300,17 @@ void CheckService(std::string_view wire) {
             client->Ask(what);
         else if (what == 7)
             service.Lose(sim::device_code::kConnectionLost);
-        else if (what < 10) {
+        else if (what == 8)
+            service.Hang();
+        else if (what == 9) {
             client->open = 1;
             service.Connect(0, client);
         } else {
             const Bytes line = source.Some(20);
             const std::string text = what < 13 ? "OK " : "";
+            const bool unasked = client->open == 0 || service.closing;
             service.Deliver(text + std::string(line.begin(), line.end()));
+            Require(!unasked || !service.linked, "a line that nothing asked for ends the connection");
         }
     }
     for (const std::string& line : service.sent)
@@ -280,6 +322,7 @@ void CheckService(std::string_view wire) {
 
 void Check(const std::string& wire) {
     CheckSplitter(wire);
+    CheckCount(wire);
     for (const auto& line : Cut(wire))
         CheckLine(line.text);
     CheckDevice(wire);

@@ -6,7 +6,7 @@
 
 #include <asio.hpp>
 
-#include "host/sim/line_protocol.h"
+#include "host/sim/answer_count.h"
 #include "host/sim/utf8.h"
 
 namespace orv::sim {
@@ -45,7 +45,7 @@ class Conversation {
     ProtocolLine Receive() {
         asio::error_code failed = asio::error::would_block;
         std::size_t length = 0;
-        asio::async_read_until(socket_, asio::dynamic_buffer(received_), '\n',
+        asio::async_read_until(socket_, asio::dynamic_buffer(received_, kMaximumLine + 2), '\n',
                                [&](asio::error_code result, std::size_t count) {
                                    failed = result;
                                    length = count;
@@ -53,6 +53,8 @@ class Conversation {
         Finish(failed, "the device hung up");
         const std::optional<ProtocolLine> line = ParseLine(std::string_view(received_).substr(0, length - 1));
         received_.erase(0, length);
+        if (!received_.empty())
+            throw AskError(ToUtf8(Describe(Breach::Unasked)));
         if (!line)
             throw AskError("the device's answer makes no sense");
         return *line;

@@ -1,8 +1,8 @@
 #include "host/sim/device_server.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
-#include <deque>
 #include <string>
 #include <utility>
 
@@ -19,8 +19,8 @@ using asio::ip::tcp;
 constexpr std::chrono::milliseconds kGrace{300};
 /// How long a client that was sent away may take to hang up.
 constexpr std::chrono::milliseconds kFarewell{1000};
-/// A client that sends without reading its answers is not read from any more.
-constexpr std::size_t kMaximumQueue = 256;
+/// What is read ahead of the request that is being answered: enough to see a client go, and no more.
+constexpr std::size_t kReadAhead = 4096;
 
 /// Sends a last text and waits for the other side to hang up, so that the text is not lost with unread requests.
 class Farewell : public std::enable_shared_from_this<Farewell> {
@@ -72,45 +72,60 @@ class Client : public std::enable_shared_from_this<Client> {
 
   private:
     void Read() {
+        if (reading_ || ended_ || ahead_.size() >= kReadAhead)
+            return;
         reading_ = true;
-        socket_.async_read_some(
-            asio::buffer(buffer_), [self = shared_from_this()](asio::error_code failed, std::size_t count) {
-                self->reading_ = false;
-                if (failed || self->gone_) {
-                    self->Go();
-                    return;
-                }
-                for (ProtocolHandler::Reply& reply : self->handler_->Feed({self->buffer_.data(), count}))
-                    self->replies_.push_back(std::move(reply));
-                self->Answer();
-                if (self->replies_.size() < kMaximumQueue)
-                    self->Read();
-            });
+        socket_.async_read_some(asio::buffer(buffer_),
+                                [self = shared_from_this()](asio::error_code failed, std::size_t count) {
+                                    self->reading_ = false;
+                                    if (self->gone_)
+                                        return;
+                                    self->ahead_.append(self->buffer_.data(), count);
+                                    if (failed)
+                                        self->End();
+                                    self->Next();
+                                });
     }
 
-    void Answer() {
-        if (answering_ || replies_.empty())
-            return;
+    /// The client asks for nothing more, or is gone; which of the two only writing shows. So nothing is delayed now.
+    void End() {
+        ended_ = true;
+        timer_.cancel();
+    }
+
+    /// One request after the other: as long as an answer is unsent, no more than kReadAhead of what follows is taken.
+    void Next() {
+        while (!answering_ && !ahead_.empty()) {
+            const std::size_t line = std::min(ahead_.find('\n'), ahead_.size() - 1) + 1;
+            for (ProtocolHandler::Reply& reply : handler_->Feed(std::string_view(ahead_).substr(0, line)))
+                Answer(std::move(reply));
+            ahead_.erase(0, line);
+        }
+        if (ended_ && !answering_)
+            Go();
+        else
+            Read();
+    }
+
+    void Answer(ProtocolHandler::Reply reply) {
         answering_ = true;
-        timer_.expires_after(replies_.front().delay);
-        timer_.async_wait([self = shared_from_this()](asio::error_code stopped) {
-            if (!stopped && !self->gone_)
+        reply_ = std::move(reply);
+        timer_.expires_after(ended_ ? std::chrono::milliseconds(0) : reply_.delay);
+        timer_.async_wait([self = shared_from_this()](asio::error_code) {
+            if (!self->gone_)
                 self->Write();
         });
     }
 
     void Write() {
-        asio::async_write(socket_, asio::buffer(replies_.front().bytes),
+        asio::async_write(socket_, asio::buffer(reply_.bytes),
                           [self = shared_from_this()](asio::error_code failed, std::size_t) {
-                              if (failed || self->gone_ || self->replies_.front().close) {
+                              if (failed || self->gone_ || self->reply_.close) {
                                   self->Go();
                                   return;
                               }
-                              self->replies_.pop_front();
                               self->answering_ = false;
-                              self->Answer();
-                              if (!self->reading_)
-                                  self->Read();
+                              self->Next();
                           });
     }
 
@@ -130,10 +145,12 @@ class Client : public std::enable_shared_from_this<Client> {
     asio::steady_timer timer_;
     std::function<void()> onGone_;
     std::unique_ptr<ProtocolHandler> handler_;
-    std::array<char, 4096> buffer_{};
-    std::deque<ProtocolHandler::Reply> replies_;
+    std::array<char, kReadAhead> buffer_{};
+    std::string ahead_; ///< read and not yet handled
+    ProtocolHandler::Reply reply_;
     bool answering_ = false;
     bool reading_ = false;
+    bool ended_ = false; ///< nothing more will come from the client
     bool gone_ = false;
 };
 

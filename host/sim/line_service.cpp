@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "device/value.h"
+#include "host/sim/answer_count.h"
 #include "host/sim/line_protocol.h"
 #include "host/sim/sim_device.h"
 #include "host/sim/utf8.h"
@@ -11,10 +12,12 @@
 namespace orv::sim {
 namespace {
 
-/// A code of an error answer; a line that makes no sense counts as a bad request.
+/// A code of an error answer; a line that makes no sense counts as a bad request, and so does an error with the code of
+/// success.
 std::int32_t CodeOf(const ProtocolLine& line) {
     try {
-        return line.fields.empty() ? device_code::kBadRequest : device::ToInt32(line.fields[0]);
+        const std::int32_t code = line.fields.empty() ? 0 : device::ToInt32(line.fields[0]);
+        return code != 0 ? code : device_code::kBadRequest;
     } catch (const Error&) {
         return device_code::kBadRequest;
     }
@@ -46,11 +49,11 @@ void LineService::Disconnect() {
 
 void LineService::StartSession(const std::wstring& accessLevel, const std::wstring& password) {
     const std::string shown = FormatLine("SESSION", {accessLevel, password.empty() ? L"" : L"***"});
-    Request(FormatLine("SESSION", {accessLevel, password}), shown);
+    Request(FormatLine("SESSION", {accessLevel, password}), shown, Pending::Answer);
 }
 
 void LineService::EndSession(const std::wstring& mode) {
-    Request(FormatLine("END", {mode}));
+    Request(FormatLine("END", {mode}), Pending::End);
 }
 void LineService::GetEntry(const std::wstring& entry) {
     Request(FormatLine("GET", {entry}));
@@ -64,17 +67,17 @@ void LineService::SetStringEntry(const std::wstring& entry, const std::wstring& 
     Request(FormatLine("SETS", {entry, text}));
 }
 
-void LineService::Request(std::string line) {
+void LineService::Request(std::string line, Pending pending) {
     const std::string shown = line;
-    Request(std::move(line), shown);
+    Request(std::move(line), shown, pending);
 }
 
-void LineService::Request(std::string line, std::string_view shown) {
+void LineService::Request(std::string line, std::string_view shown, Pending pending) {
     if (!open_) {
         RaiseError(lossCode_);
         return;
     }
-    pending_ = Pending::Answer;
+    pending_ = pending;
     Report(L'>', shown);
     Send(std::move(line));
 }
@@ -87,30 +90,54 @@ void LineService::OnOpened() {
 
 void LineService::OnLine(std::string_view text) {
     Report(L'<', text);
-    const Pending answered = std::exchange(pending_, Pending::Nothing);
-    if (answered == Pending::Nothing)
-        return;
-    const std::optional<ProtocolLine> line = ParseLine(text);
-    const bool good = line && line->verb == "OK";
-    if (!good) {
-        if (answered == Pending::Connection)
-            Close();
-        RaiseError(line ? CodeOf(*line) : device_code::kBadRequest);
+    if (pending_ == Pending::Nothing || pending_ == Pending::Closing) {
+        Close();
+        OnLost(device_code::kConnectionLost, Describe(Breach::Unasked));
         return;
     }
+    const Pending answered = std::exchange(pending_, Pending::Nothing);
+    const std::optional<ProtocolLine> line = ParseLine(text);
+    if (line && line->verb == "OK") {
+        Accept(answered, line->fields.empty() ? std::wstring() : line->fields[0]);
+        return;
+    }
+    if (answered == Pending::Connection)
+        Close();
+    RaiseError(line ? CodeOf(*line) : device_code::kBadRequest);
+}
+
+void LineService::Accept(Pending answered, std::wstring text) {
     // The handler may drop the last reference but this one.
     const std::shared_ptr<device::MibSapEvents> events = events_;
-    if (answered == Pending::Connection) {
+    if (answered == Pending::End) {
+        farewell_ = std::move(text);
+        pending_ = Pending::Closing;
+        Finish();
+    } else if (answered == Pending::Connection) {
         open_ = true;
         events->Connected();
     } else {
-        events->ResponseReceived(line->fields.empty() ? std::wstring() : line->fields[0]);
+        events->ResponseReceived(text);
     }
 }
 
-void LineService::OnLost(std::int32_t code) {
+void LineService::OnClosed() {
+    if (pending_ != Pending::Closing) {
+        OnLost(device_code::kConnectionLost, L"the device closed the connection");
+        return;
+    }
+    open_ = false;
+    lossCode_ = device_code::kNotConnected;
+    pending_ = Pending::Nothing;
+    const std::shared_ptr<device::MibSapEvents> events = events_;
+    events->ResponseReceived(std::exchange(farewell_, {}));
+}
+
+void LineService::OnLost(std::int32_t code, std::wstring_view reason) {
     open_ = false;
     lossCode_ = code;
+    if (!reason.empty())
+        Tell(L'!', std::to_wstring(code) + L" " + std::wstring(reason));
     if (std::exchange(pending_, Pending::Nothing) != Pending::Nothing)
         RaiseError(code);
 }
@@ -122,7 +149,12 @@ void LineService::RaiseError(std::int32_t code) {
 
 void LineService::Report(wchar_t direction, std::string_view line) {
     if (traffic_)
-        traffic_(std::wstring(1, direction) + L" " + FromUtf8(WithoutBreak(line)));
+        Tell(direction, FromUtf8(WithoutBreak(line)));
+}
+
+void LineService::Tell(wchar_t mark, const std::wstring& text) {
+    if (traffic_)
+        traffic_(std::wstring(1, mark) + L" " + text);
 }
 
 } // namespace orv::sim

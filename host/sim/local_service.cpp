@@ -41,6 +41,14 @@ void LocalMibSapService::Close() {
     link_.reset();
 }
 
+/// The device in this process sends answers and nothing else, all of them before this.
+void LocalMibSapService::Finish() {
+    Later([this] {
+        Close();
+        OnClosed();
+    });
+}
+
 void LocalMibSapService::Send(std::string line) {
     const std::shared_ptr<Link> link = link_;
     if (!link)

@@ -27,6 +27,7 @@ class LocalMibSapService final : public LineService {
   protected:
     void Open(std::int32_t deviceAddress) override;
     void Close() override;
+    void Finish() override;
     void Send(std::string line) override;
 
   private:

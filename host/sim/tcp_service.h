@@ -16,8 +16,8 @@ class TcpMibSapService final : public LineService {
     struct Endpoint {
         std::string host = "127.0.0.1"; ///< a numeric address
         std::uint16_t port = 0;
-        std::map<std::int32_t, std::uint16_t> ports; ///< of devices that listen elsewhere, by device address
-        std::chrono::milliseconds connectTimeout{5000};
+        std::map<std::int32_t, std::uint16_t> ports;    ///< of devices that listen elsewhere, by device address
+        std::chrono::milliseconds connectTimeout{5000}; ///< and how long the device may take to close its side
     };
 
     /// Events come through MessagePump::Post, called from the worker thread. `pump` must outlive the service; what
@@ -29,6 +29,7 @@ class TcpMibSapService final : public LineService {
   protected:
     void Open(std::int32_t deviceAddress) override;
     void Close() override;
+    void Finish() override;
     void Send(std::string line) override;
 
   private:

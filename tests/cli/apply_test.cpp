@@ -141,7 +141,8 @@ TEST_F(ApplyTest, TellsThatTheSessionDidNotEnd) {
     Served served(faults);
     const Result result = Apply(served);
     EXPECT_EQ(result.status, 4);
-    EXPECT_THAT(result.err, HasSubstr("all parameters written, but the session did not end: transport error 504"));
+    EXPECT_THAT(result.err, HasSubstr("all parameters accepted, but the session did not end, so what the device holds is not known: "
+                                      "transport error 504 the device closed the connection"));
 }
 
 TEST(ProgressBarTest, DrawsOneLineAndLeavesNoneBehind) {

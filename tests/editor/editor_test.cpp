@@ -180,7 +180,7 @@ TEST_F(EditorTest, AFailedSaveIsReportedInTheHintLineUntilTheNextChange) {
     EXPECT_EQ(Caption(L"lblHint"), Button(L"cmdCancel").Hint());
     editor->SetSaveReport({false, {}, 0, 9});
     editor->SetSaveReport({true, {}, 9, 9, 310, L"the strings of group 3"});
-    EXPECT_EQ(Caption(L"lblHint"), L"All parameters were written, but the device did not end the session (code 310). "
+    EXPECT_EQ(Caption(L"lblHint"), L"The device accepted all parameters, but did not end the session (code 310): check what it holds. "
                                    L"Saved, but the device has no place for the strings of group 3");
     editor->SetSaveReport({true, {}, 9, 9});
     EXPECT_EQ(Caption(L"lblHint"), Button(L"cmdCancel").Hint());

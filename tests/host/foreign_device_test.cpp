@@ -1,0 +1,251 @@
+// The service against a device that does not keep to the protocol, and the device against a client that does not.
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include <asio.hpp>
+#include <gtest/gtest.h>
+
+#include "host/sim/answer_count.h"
+#include "host/sim/ask_device.h"
+#include "host/sim/device_server.h"
+#include "host/sim/portable_pump.h"
+#include "host/sim/tcp_service.h"
+#include "sim_fixture.h"
+
+namespace orv::sim::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using asio::ip::tcp;
+
+/// What a device sends: before anything was asked, to each line that comes, and when nothing more comes.
+struct Answers {
+    std::string first;
+    std::vector<std::string> each;
+    std::string last;
+    bool closes = true;                    ///< its side, behind `last`
+    std::chrono::milliseconds between{30}; ///< behind each of the pieces, which a '|' parts
+};
+
+/// Serves one client by a list, in a thread.
+class Peer {
+  public:
+    explicit Peer(Answers answers) : answers_(std::move(answers)) {}
+    ~Peer() {
+        asio::error_code ignored;
+        stop_ = true;
+        tcp::socket(io_).connect(acceptor_.local_endpoint(), ignored);
+        thread_.join();
+    }
+    std::uint16_t Port() const { return acceptor_.local_endpoint().port(); }
+
+  private:
+    void Serve() {
+        tcp::socket client = acceptor_.accept();
+        Say(client, answers_.first);
+        asio::error_code gone;
+        std::string received;
+        for (const std::string& answer : answers_.each) {
+            asio::read_until(client, asio::dynamic_buffer(received), '\n', gone);
+            if (gone)
+                return;
+            received.erase(0, received.find('\n') + 1);
+            Say(client, answer);
+        }
+        while (!gone)
+            asio::read(client, asio::dynamic_buffer(received), gone);
+        Say(client, answers_.last);
+        while (!answers_.closes && !stop_)
+            std::this_thread::sleep_for(5ms);
+    }
+    void Say(tcp::socket& client, std::string_view text) {
+        asio::error_code ignored;
+        for (std::size_t end = 0; end != std::string_view::npos; text.remove_prefix(end + 1)) {
+            end = text.find('|');
+            asio::write(client, asio::buffer(text.substr(0, end)), ignored);
+            if (end == std::string_view::npos)
+                return;
+            std::this_thread::sleep_for(answers_.between);
+        }
+    }
+
+    Answers answers_;
+    std::atomic<bool> stop_ = false;
+    asio::io_context io_;
+    tcp::acceptor acceptor_{io_, tcp::endpoint(asio::ip::address_v4::loopback(), 0)};
+    std::thread thread_{[this] { Serve(); }};
+};
+
+/// Connects, starts a session, sets an entry, ends the session and asks once more. Goes on behind each error. Behind
+/// the event `rest` it waits until the connection has ended.
+std::vector<std::string> Save(std::uint16_t port, std::size_t rest, std::wstring& reason) {
+    PortablePump pump;
+    pump.SetLimit(20s);
+    TcpMibSapService::Endpoint endpoint;
+    endpoint.port = port;
+    endpoint.connectTimeout = 2s;
+    TcpMibSapService service(pump, endpoint);
+    service.SetTraffic([&](std::wstring_view line) {
+        if (line.starts_with(L"! 504 "))
+            reason = line.substr(6);
+    });
+    const auto log = std::make_shared<EventLog>();
+    const auto ask = [&](const auto& request) {
+        const std::size_t before = log->events.size();
+        request();
+        pump.PumpUntil([&] { return log->events.size() > before; });
+        if (log->events.size() == rest)
+            pump.PumpUntil([&] { return !reason.empty(); });
+    };
+    ask([&] { service.Connect(34, log); });
+    ask([&] { service.StartSession(L"3", L"QMVRTK4826"); });
+    ask([&] { service.SetNumericEntry(L"/Count", L"1"); });
+    ask([&] { service.EndSession(L"V"); });
+    ask([&] { service.GetEntry(L"/Count"); });
+    return log->events;
+}
+
+TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
+    const std::string ok = "OK OK\n";
+    const std::string refused = "ERR 310 no\n";
+    const Events lost{"error 504", "error 504", "error 504", "error 504", "error 504"};
+    const Events noSession{"connected", "error 504", "error 504", "error 504", "error 504"};
+    const Events noSet{"connected", "answer OK", "error 504", "error 504", "error 504"};
+    const Events noEnd{"connected", "answer OK", "answer OK", "error 504", "error 504"};
+    const std::wstring unasked = L"the device sent a line that nothing asked for";
+    const struct {
+        const char* name;
+        Answers answers;
+        Events events;
+        std::wstring reason;
+        std::size_t rest = 0;
+    } cases[] = {
+        {"honest", {"", {ok, ok, ok, ok}, ""}, {"connected", "answer OK", "answer OK", "answer OK", "error 501"}, L""},
+        {"refusal",
+         {"", {ok, ok, refused, ok}, ""},
+         {"connected", "answer OK", "error 310", "answer OK", "error 501"},
+         L""},
+        {"in pieces",
+         {"", {"O|K OK|\n", ok, "O|K|\r\n", ok}, ""},
+         {"connected", "answer OK", "answer ", "answer OK", "error 501"},
+         L""},
+        {"two for the greeting", {"", {ok + ok, ok, refused, ok}, ""}, lost, unasked},
+        {"one between greeting and session", {"", {ok + "|" + ok, ok, refused, ok}, ""}, noSession, unasked, 1},
+        {"begun line between greeting and session", {"", {ok + "|O", "K\n", refused, ok}, ""}, noSession, unasked, 1},
+        {"two for the set, good one first", {"", {ok, ok, ok + refused, ok}, ""}, noSet, unasked},
+        {"two for the set, bad one first", {"", {ok, ok, refused + ok, ok}, ""}, noSet, unasked},
+        {"one behind the set", {"", {ok, ok, ok + "|" + refused, ok}, ""}, noEnd, unasked, 3},
+        {"one behind the end", {"", {ok, ok, ok, ok}, refused}, noEnd, unasked},
+        {"good one behind the end", {"", {ok, ok, ok, ok}, ok}, noEnd, unasked},
+        {"begun line behind the end", {"", {ok, ok, ok, ok}, "O"}, noEnd, unasked},
+        {"never closes", {"", {ok, ok, ok, ok}, "", false}, noEnd, L"the device does not close the connection"},
+        {"too long",
+         {"", {ok, ok, std::string(kMaximumLine + 1, 'x'), ok}, ""},
+         noSet,
+         L"the device sent a line that is too long"},
+        {"code of success",
+         {"", {ok, ok, "ERR 0 fine\n", ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
+        {"no code",
+         {"", {ok, ok, "ERR\n", ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
+    };
+    for (const auto& c : cases) {
+        const Peer peer(c.answers);
+        std::wstring reason;
+        EXPECT_EQ(Save(peer.Port(), c.rest, reason), c.events) << c.name;
+        EXPECT_EQ(reason, c.reason) << c.name;
+    }
+}
+
+/// However the bytes arrive: no batch with a line too many is an answer.
+TEST(ForeignDevice, AnswersAreCountedInPiecesOfAnySize) {
+    for (const std::string text : {"OK 1\nOK 2\nOK 3\n", "a\r\n\nb\n"})
+        for (std::size_t piece = 1; piece <= text.size(); ++piece)
+            for (std::size_t asked = 0; asked <= 3; ++asked) {
+                AnswerCount count;
+                for (std::size_t i = 0; i < asked; ++i)
+                    count.Ask();
+                std::size_t lines = 0;
+                Breach breach = Breach::None;
+                for (std::size_t at = 0; at < text.size() && breach == Breach::None; at += piece) {
+                    const auto taken = count.Take(std::string_view(text).substr(at, piece));
+                    lines += taken.lines.size();
+                    breach = taken.breach;
+                }
+                EXPECT_EQ(breach == Breach::None, asked == 3) << piece << " " << asked;
+                EXPECT_LE(lines, asked) << piece;
+                EXPECT_EQ(count.Settled(), lines == asked) << piece << " " << asked;
+            }
+}
+
+class Server {
+  public:
+    explicit Server(FaultPlan faults = {})
+        : server_(std::make_shared<SimDevice>(SmallDevice(), std::move(faults)), 0) {}
+    ~Server() {
+        server_.Stop();
+        thread_.join();
+    }
+    tcp::socket Call(asio::io_context& io) const {
+        tcp::socket socket(io);
+        socket.connect({asio::ip::address_v4::loopback(), port_});
+        return socket;
+    }
+    std::uint16_t Port() const { return port_; }
+
+  private:
+    DeviceServer server_;
+    std::uint16_t port_ = server_.Port();
+    std::thread thread_{[this] { server_.Run(); }};
+};
+
+TEST(ForeignClient, IsNotReadFromWhileItsAnswersAreUnsent) {
+    constexpr std::size_t kEnough = 64U << 20; // more than the buffers of both sockets and of both directions
+    const Server device;
+    asio::io_context io;
+    std::size_t taken = 0;
+    {
+        tcp::socket client = device.Call(io);
+        client.set_option(tcp::socket::receive_buffer_size(4096));
+        client.non_blocking(true);
+        const std::string lines(1U << 16, '\n');
+        for (int quiet = 0; quiet < 50 && taken < kEnough;) {
+            asio::error_code full;
+            taken += client.write_some(asio::buffer(lines), full);
+            quiet = full ? quiet + 1 : 0;
+            if (full)
+                std::this_thread::sleep_for(10ms);
+        }
+    }
+    EXPECT_LT(taken, kEnough);
+    EXPECT_EQ(AskDevice("127.0.0.1", device.Port(), {{11, 0}}), std::vector<std::string>{"70000"});
+}
+
+TEST(ForeignClient, HearsEveryAnswerWhenItHasNothingMoreToAsk) {
+    FaultPlan plan;
+    plan.delay = 1h; // not for who has said that nothing more comes
+    for (const FaultPlan& faults : {FaultPlan{}, plan}) {
+        const Server device(faults);
+        asio::io_context io;
+        tcp::socket client = device.Call(io);
+        std::string requests = "HELLO 1 34\nSESSION 3 QMVRTK4826\n";
+        for (int i = 0; i < 300; ++i)
+            requests += "GET /Count\n";
+        asio::write(client, asio::buffer(requests + "NOTHING"));
+        client.shutdown(tcp::socket::shutdown_send);
+        std::string answers;
+        asio::error_code end;
+        asio::read(client, asio::dynamic_buffer(answers), end);
+        EXPECT_EQ(end, asio::error::eof);
+        EXPECT_EQ(std::count(answers.begin(), answers.end(), '\n'), 302);
+        EXPECT_TRUE(answers.ends_with("OK 70000\n"));
+    }
+}
+
+} // namespace
+} // namespace orv::sim::testing
