@@ -9,6 +9,10 @@
 namespace orv::sim {
 namespace {
 
+bool IsControl(wchar_t c) {
+    return static_cast<char32_t>(c) < U' ' || c == 0x7F;
+}
+
 void AppendEscaped(std::string& line, wchar_t c) {
     switch (c) {
     case L'\\':
@@ -32,7 +36,7 @@ void AppendEscaped(std::string& line, wchar_t c) {
 }
 
 bool NeedsEscape(wchar_t c) {
-    return static_cast<char32_t>(c) <= U' ' || c == L'\\' || c == 0x7F;
+    return IsControl(c) || c == L' ' || c == L'\\';
 }
 
 std::string Escape(std::wstring_view field) {
@@ -92,6 +96,8 @@ std::optional<std::wstring> ReadField(std::string_view field) {
     const std::wstring wide = FromUtf8(field);
     std::wstring out;
     for (std::size_t i = 0; i < wide.size(); ++i) {
+        if (IsControl(wide[i])) // would have come escaped
+            return {};
         if (wide[i] != L'\\')
             out += wide[i];
         else if (!Unescape(wide, i, out))
@@ -120,6 +126,8 @@ std::optional<ProtocolLine> ParseLine(std::string_view line) {
         if (part.empty())
             return {};
         if (first) {
+            if (std::any_of(part.begin(), part.end(), [](char c) { return IsControl(static_cast<unsigned char>(c)); }))
+                return {};
             parsed.verb = part;
         } else if (auto field = ReadField(part)) {
             parsed.fields.push_back(std::move(*field));

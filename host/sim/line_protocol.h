@@ -20,7 +20,8 @@ struct ProtocolLine {
 /// With a line break at the end.
 std::string FormatLine(std::string_view verb, std::initializer_list<std::wstring_view> fields);
 
-/// `line` without its line break. Nothing when it is empty, not UTF-8 or holds a wrong escape.
+/// `line` without its line break. Nothing when it is empty, not UTF-8 or holds a wrong escape or a control
+/// character as it is.
 std::optional<ProtocolLine> ParseLine(std::string_view line);
 
 /// Cuts a stream of bytes into lines; what is longer than kMaximumLine is reported once and skipped.

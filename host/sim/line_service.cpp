@@ -12,11 +12,17 @@
 namespace orv::sim {
 namespace {
 
+/// Nothing but what the protocol calls so: whoever says OK and more may mean something else.
+bool IsGood(const ProtocolLine& line) {
+    return line.verb == "OK" && line.fields.size() == 1;
+}
+
 /// A code of an error answer; a line that makes no sense counts as a bad request, and so does an error with the code of
 /// success.
 std::int32_t CodeOf(const ProtocolLine& line) {
     try {
-        const std::int32_t code = line.fields.empty() ? 0 : device::ToInt32(line.fields[0]);
+        const bool error = line.verb == "ERR" && !line.fields.empty();
+        const std::int32_t code = error ? device::ToInt32(line.fields[0]) : 0;
         return code != 0 ? code : device_code::kBadRequest;
     } catch (const Error&) {
         return device_code::kBadRequest;
@@ -97,8 +103,8 @@ void LineService::OnLine(std::string_view text) {
     }
     const Pending answered = std::exchange(pending_, Pending::Nothing);
     const std::optional<ProtocolLine> line = ParseLine(text);
-    if (line && line->verb == "OK") {
-        Accept(answered, line->fields.empty() ? std::wstring() : line->fields[0]);
+    if (line && IsGood(*line)) {
+        Accept(answered, line->fields[0]);
         return;
     }
     if (answered == Pending::Connection)

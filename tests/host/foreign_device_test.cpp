@@ -129,8 +129,8 @@ TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
          {"connected", "answer OK", "error 310", "answer OK", "error 501"},
          L""},
         {"in pieces",
-         {"", {"O|K OK|\n", ok, "O|K|\r\n", ok}, ""},
-         {"connected", "answer OK", "answer ", "answer OK", "error 501"},
+         {"", {"O|K OK|\n", ok, "O|K OK|\r\n", ok}, ""},
+         {"connected", "answer OK", "answer OK", "answer OK", "error 501"},
          L""},
         {"two for the greeting", {"", {ok + ok, ok, refused, ok}, ""}, lost, unasked},
         {"one between greeting and session", {"", {ok + "|" + ok, ok, refused, ok}, ""}, noSession, unasked, 1},
@@ -150,6 +150,22 @@ TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
          {"", {ok, ok, "ERR 0 fine\n", ok}, ""},
          {"connected", "answer OK", "error 405", "answer OK", "error 501"},
          L""},
+        {"more than success",
+         {"", {ok, ok, "OK OK or not\n", ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
+        {"less than success",
+         {"", {ok, ok, "OK\n", ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
+        {"control character",
+         {"", {ok, ok, std::string("OK OK\0\n", 7), ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
+        {"error's code in another line",
+         {"", {ok, ok, "VALUE 308 OK\n", ok}, ""},
+         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
+         L""},
         {"no code",
          {"", {ok, ok, "ERR\n", ok}, ""},
          {"connected", "answer OK", "error 405", "answer OK", "error 501"},
@@ -161,6 +177,57 @@ TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
         EXPECT_EQ(Save(peer.Port(), c.rest, reason), c.events) << c.name;
         EXPECT_EQ(reason, c.reason) << c.name;
     }
+}
+
+/// A connection whose other end is the test.
+class Wire final : public LineService {
+  public:
+    using LineService::OnClosed;
+    using LineService::OnLine;
+    bool open = false;
+    bool finished = false;
+    int sent = 0;
+
+  protected:
+    void Open(std::int32_t) override {
+        open = true;
+        OnOpened();
+    }
+    void Close() override { open = false; }
+    void Finish() override { finished = true; }
+    void Send(std::string) override { ++sent; }
+};
+
+TEST(ForeignDevice, EndsTheConnectionWithALineOutOfTurn) {
+    const auto log = std::make_shared<EventLog>();
+    Wire wire;
+    wire.Connect(34, log);
+    wire.OnLine("OK OK");
+    wire.OnLine("OK OK");
+    EXPECT_FALSE(wire.open) << "between two requests";
+    wire.SetNumericEntry(L"/Count", L"1");
+    EXPECT_EQ(wire.sent, 1) << "only the greeting";
+    EXPECT_EQ(log->events, (Events{"connected", "error 504"}));
+
+    log->events.clear();
+    wire.Connect(34, log);
+    wire.OnLine("OK OK");
+    wire.EndSession(L"V");
+    wire.OnLine("OK done");
+    EXPECT_TRUE(wire.finished);
+    EXPECT_EQ(log->events, Events{"connected"}) << "the end is told when the device has closed";
+    wire.OnLine("OK OK");
+    EXPECT_FALSE(wire.open) << "behind the end";
+    EXPECT_EQ(log->events, (Events{"connected", "error 504"}));
+
+    log->events.clear();
+    wire.Connect(34, log);
+    wire.OnLine("OK OK");
+    wire.EndSession(L"V");
+    wire.OnLine("OK done");
+    wire.OnClosed();
+    wire.GetEntry(L"/Count");
+    EXPECT_EQ(log->events, (Events{"connected", "answer done", "error 501"}));
 }
 
 /// However the bytes arrive: no batch with a line too many is an answer.
