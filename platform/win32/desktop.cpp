@@ -9,18 +9,14 @@
 #include "platform/full_path.h"
 #include "platform/win32/module.h"
 #include "platform/win32/owned.h"
+#include "platform/win32/system_error.h"
 #include "text/error.h"
 
 namespace orv::platform::win32 {
 namespace {
 
 [[noreturn]] void RaiseSystemError(DWORD code, const std::wstring& path) {
-    wchar_t text[512] = {};
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text,
-                                  ARRAYSIZE(text), nullptr);
-    while (length > 0 && text[length - 1] <= L' ')
-        --length;
-    const std::wstring reason(text, length);
+    const std::wstring reason = SystemText(code);
     throw Error(HRESULT_FROM_WIN32(code), reason.empty() ? path : path + L": " + reason);
 }
 
