@@ -131,12 +131,12 @@ class Program {
 
     void DeclareWriters() {
         CLI::App& set = DeviceCommand("set", "Change fields and write the description file", [this](DeviceFile& file) {
-            SetFields(file, options_.assignments, options_.output, options_.force, streams_.err);
+            SetFields(file, options_.assignments, options_.output, options_.force, streams_.out, streams_.err);
             return status::kDone;
         });
         set.add_option("NAME=VALUE", options_.assignments,
                        "Fields by the model's names, in order: Codes(3).MinLength=4");
-        set.add_option("-o,--output", options_.output, "File to write; may be FILE")->required();
+        set.add_option("-o,--output", options_.output, "File to write, may be FILE; - for standard output")->required();
         set.add_flag("--force", options_.force, "Do not check ranges, enumerations, lengths and characters");
 
         CLI::App& apply = DeviceCommand("apply", "Save to a running device", [this](DeviceFile& file) {
@@ -164,13 +164,17 @@ int Complain(const Streams& streams, int status, std::string line) {
     return status;
 }
 
+std::string Reason(const std::string* failure) {
+    return failure == nullptr || failure->empty() ? std::string() : ": " + *failure;
+}
+
 } // namespace
 
 int Run(std::vector<std::string> arguments, const Streams& streams) {
     try {
         const int result = Program(streams).Run(std::move(arguments));
         if (!streams.out.flush())
-            throw Failure(status::kFile, "standard output cannot be written");
+            throw Failure(status::kFile, "standard output cannot be written" + Reason(streams.outFailure));
         return result;
     } catch (const Failure& failure) {
         return Complain(streams, failure.Status(), failure.what());

@@ -28,10 +28,10 @@ void PrintPlan(DeviceFile& file, std::ostream& out, std::ostream& err);
 /// Prints the values that differ; 1 when there are any.
 int Diff(const std::string& before, const std::string& after, std::ostream& out);
 
-/// Saves the assigned fields into the configuration and writes it to `target`. Nothing is written when one of them
-/// fails or would not be kept. What the save leaves out is told to `err`.
+/// Saves the assigned fields into the configuration and writes it to `target`, "-" for `out`. Nothing is written when
+/// one of them fails or would not be kept. What the save leaves out is told to `err`.
 void SetFields(DeviceFile& file, const std::vector<std::string>& assignments, const std::string& target, bool force,
-               std::ostream& err);
+               std::ostream& out, std::ostream& err);
 
 struct ApplyOptions {
     std::string to;                  ///< "HOST:PORT"

@@ -69,7 +69,7 @@ void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
 } // namespace
 
 void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const std::string& target, bool force,
-               std::ostream& err) {
+               std::ostream& out, std::ostream& err) {
     std::vector<Assignment> assignments;
     assignments.reserve(texts.size());
     for (const std::string& text : texts)
@@ -80,7 +80,10 @@ void SetFields(DeviceFile& file, const std::vector<std::string>& texts, const st
     const std::vector<Expected> expected = ValuesOf(file.Model(), assignments, access);
     file.Model().Save(false);
     RequireKept(file, expected);
-    sim::SaveDescription(file.Contents(), std::filesystem::u8path(target));
+    if (target == "-")
+        sim::WriteDescription(file.Contents(), [&out](std::string_view bytes) { out << bytes; });
+    else
+        sim::SaveDescription(file.Contents(), std::filesystem::u8path(target));
     PrintLeftOut(file, file.Model().LastSave().leftOut, err);
 }
 

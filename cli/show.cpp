@@ -1,4 +1,4 @@
-#include <fstream>
+#include <filesystem>
 
 #include "cli/commands.h"
 #include "cli/definition.h"
@@ -8,6 +8,7 @@
 #include "host/sim/utf8.h"
 #include "model/format_export.h"
 #include "model/save_concerns.h"
+#include "platform/file_writer.h"
 #include "text/texts.h"
 
 namespace orv::cli {
@@ -115,16 +116,16 @@ int Check(DeviceFile& file, std::ostream& out) {
 }
 
 void Export(DeviceFile& file, const std::string& target, std::ostream& out) {
+    const std::string structure = model::FormatStructure(file.Model(), file.State());
     if (target == "-") {
-        model::WriteFormatStructure(file.Model(), file.State(), out);
+        out << structure;
         return;
     }
-    std::ofstream stream(std::filesystem::u8path(target), std::ios::binary | std::ios::trunc);
-    if (stream)
-        model::WriteFormatStructure(file.Model(), file.State(), stream);
-    stream.close();
-    if (!stream)
-        throw Failure(status::kFile, target + ": the file cannot be written");
+    try {
+        platform::WriteWhole(std::filesystem::u8path(target).native(), structure);
+    } catch (const Error& error) {
+        throw Failure(status::kFile, target + ": the file cannot be written: " + ToUtf8(error.Description()));
+    }
 }
 
 } // namespace orv::cli

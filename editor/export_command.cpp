@@ -1,8 +1,8 @@
 #include "editor/export_command.h"
 
-#include <filesystem>
-
 #include "model/format_export.h"
+#include "platform/file_writer.h"
+#include "text/filled.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -22,6 +22,15 @@ std::wstring AsFileName(std::wstring text) {
     return text;
 }
 
+void Write(const std::wstring& file, std::string_view bytes) {
+    try {
+        platform::WriteWhole(platform::NameFrom(file), bytes);
+    } catch (const Error& error) {
+        throw Error(error.Number(),
+                    text::Filled(Id::FileNotWritten, {{L"file", file}, {L"reason", error.Description()}}));
+    }
+}
+
 } // namespace
 
 void ExportFormats(const Context& context) {
@@ -39,7 +48,7 @@ void ExportFormats(const Context& context) {
                                                        .suggestedName = AsFileName(name) + kExtension});
     // The dialog runs the message loop: the root is asked for behind it.
     if (!file.empty())
-        model::ExportFormatStructure(context.root(), context.state, std::filesystem::path(file));
+        Write(file, model::FormatStructure(context.root(), context.state));
 }
 
 } // namespace orv::editor

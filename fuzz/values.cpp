@@ -2,7 +2,6 @@
 // by page, exported and saved; only documented errors come up, and what was saved is loaded and saved as the same.
 #include <algorithm>
 #include <iterator>
-#include <sstream>
 #include <vector>
 
 #include "controls/tree.h"
@@ -171,9 +170,8 @@ void ShowEveryPage(Component& component) {
 }
 
 void Export(Component& component) {
-    std::ostringstream out;
     try {
-        model::WriteFormatStructure(component.Root(), component.state, out);
+        model::FormatStructure(component.Root(), component.state);
     } catch (const Error& error) {
         Require(IsDocumented(L"\n" + std::to_wstring(error.Number()) + L":"), "the export raises what is documented");
     }

@@ -1,9 +1,6 @@
 #include "model/format_export.h"
 
-#include <fstream>
-
 #include "device/parameter_access.h"
-#include "text/texts.h"
 
 namespace orv::model {
 namespace {
@@ -26,49 +23,34 @@ std::string FormatName(std::int32_t format) {
     return known ? Narrow(kFormatNames[format]) : std::string();
 }
 
-void WriteString(std::ostream& out, const char* caption, const std::wstring& text, device::ParameterAccess& access) {
+std::string StringLine(const char* caption, const std::wstring& text, device::ParameterAccess& access) {
     const device::Value bytes = access.StringToBytes(text);
-    out << caption << Narrow(access.BytesToDisplayText(bytes, BytesForm::Display)) << " ("
-        << Narrow(access.BytesToDisplayText(bytes, BytesForm::Hexadecimal)) << ")\r\n";
+    return caption + Narrow(access.BytesToDisplayText(bytes, BytesForm::Display)) + " (" +
+           Narrow(access.BytesToDisplayText(bytes, BytesForm::Hexadecimal)) + ")\r\n";
 }
 
-void WriteItem(std::ostream& out, const OutItem& item) {
+std::string ItemLine(const OutItem& item) {
     std::string key = Narrow(item.GetItemTypeKey()).substr(0, kKeyLength);
     key.resize(kKeyColumns, ' ');
-    out << '\t' << key << FormatName(item.FormatType()) << '\t' << int{item.FormatLength()} << "\r\n";
-}
-
-/// As text, whatever the locale says of file names.
-std::wstring Name(const std::filesystem::path& file) {
-    if constexpr (sizeof(wchar_t) == sizeof(char16_t))
-        return file.wstring();
-    const std::u32string name = file.u32string();
-    return {name.begin(), name.end()};
+    return '\t' + key + FormatName(item.FormatType()) + '\t' + std::to_string(item.FormatLength()) + "\r\n";
 }
 
 } // namespace
 
-void WriteFormatStructure(const OutFormatConfig& root, device::DeviceState& state, std::ostream& out) {
+std::string FormatStructure(const OutFormatConfig& root, device::DeviceState& state) {
     device::ParameterAccess access(state);
+    std::string text;
     for (const AdvancedFormat& format : root.AdvancedFormats()) {
         if (format.Transports() == 0)
             continue;
-        out << "Format #" << format.Index() << "\r\n" << std::string(44, '-') << "\r\n";
-        WriteString(out, "Header:     ", format.Header(), access);
-        WriteString(out, "Terminator: ", format.Terminator(), access);
+        text += "Format #" + std::to_string(format.Index()) + "\r\n" + std::string(44, '-') + "\r\n";
+        text += StringLine("Header:     ", format.Header(), access);
+        text += StringLine("Terminator: ", format.Terminator(), access);
         for (const OutItem& item : format.OutItems())
-            WriteItem(out, item);
-        out << "\r\n";
+            text += ItemLine(item);
+        text += "\r\n";
     }
-}
-
-void ExportFormatStructure(const OutFormatConfig& root, device::DeviceState& state, const std::filesystem::path& file) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    if (out)
-        WriteFormatStructure(root, state, out);
-    out.close();
-    if (!out)
-        throw Error(error_number::kFileAccess, text::Load(text::Id::ErrFileAccess) + L": " + Name(file));
+    return text;
 }
 
 } // namespace orv::model

@@ -14,6 +14,8 @@
 #include <unistd.h>
 #endif
 
+#include "platform/system_file.h"
+
 namespace orv::cli {
 
 #ifdef _WIN32
@@ -35,7 +37,6 @@ std::vector<std::string> Arguments(int, char**) {
 }
 
 bool PrepareStreams() {
-    _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);
     DWORD mode = 0;
@@ -51,6 +52,7 @@ std::vector<std::string> Arguments(int argc, char** argv) {
 }
 
 bool PrepareStreams() {
+    platform::FailWritesQuietly();
     return isatty(STDERR_FILENO) != 0;
 }
 

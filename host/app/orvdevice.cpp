@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@
 #include "host/app/library_search.h"
 #include "host/sim/ask_device.h"
 #include "host/sim/device_server.h"
+#include "host/sim/utf8.h"
+#include "platform/system_file.h"
+#include "text/error.h"
 #include "text/version.h"
 
 namespace {
@@ -40,6 +44,15 @@ int Complain(const std::string& line) {
     return kUsageError;
 }
 
+/// Bytes as they are, and no failure without its reason.
+void Print(const std::string& bytes) {
+    try {
+        orv::platform::SystemFile::StandardOutput().Write(bytes);
+    } catch (const orv::Error& error) {
+        throw std::runtime_error("standard output cannot be written: " + ToUtf8(error.Description()));
+    }
+}
+
 void Declare(CLI::App& app, Options& options) {
     app.set_version_flag("--version", std::string("orvdevice ") + orv::text::kVersion);
     app.add_option("file", options.file, "Device description file");
@@ -62,7 +75,8 @@ void Declare(CLI::App& app, Options& options) {
         ->check(CLI::Range(0, 1000000));
     app.add_option("--ask", options.ask, "HOST:PORT NUMBER[:ELEMENT]...: print the values that a running device holds")
         ->expected(2, 10000);
-    app.add_option("--save-on-exit", options.saveOnExit, "Write the device's contents to this file at the end");
+    app.add_option("--save-on-exit", options.saveOnExit,
+                   "Write the device's contents to this file at the end, - for standard output");
 }
 
 int Ask(const std::vector<std::string>& words) {
@@ -78,8 +92,10 @@ int Ask(const std::vector<std::string>& words) {
         questions.push_back(*question);
     }
     try {
+        std::string lines;
         for (const std::string& answer : AskDevice(words[0].substr(0, colon), port, questions))
-            std::cout << answer << '\n';
+            lines += answer + '\n';
+        Print(lines);
     } catch (const AskError& error) {
         return Complain(error.what());
     }
@@ -109,7 +125,10 @@ void Save(SystemDescription system, const SimDevice& device, const std::string& 
     for (DeviceDescription& candidate : system.devices)
         if (candidate.Address() == device.Address())
             candidate = device.Store().Contents();
-    SaveDescription(system, std::filesystem::u8path(file));
+    if (file == "-")
+        Print(FormatDescription(system));
+    else
+        SaveDescription(system, std::filesystem::u8path(file));
 }
 
 int Serve(const Options& options) {
@@ -136,6 +155,7 @@ int Serve(const Options& options) {
 
 int main(int argc, char** argv) {
     orv::host::SearchSystemLibrariesOnly();
+    orv::platform::FailWritesQuietly();
     CLI::App app("Simulated device", "orvdevice");
     Options options;
     Declare(app, options);
@@ -144,12 +164,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kUsageError;
     }
-    if (!options.ask.empty())
-        return Ask(options.ask);
-    if (options.file.empty())
+    if (options.ask.empty() && options.file.empty())
         return Complain("a device description file is wanted");
     try {
-        return Serve(options);
+        return options.ask.empty() ? Serve(options) : Ask(options.ask);
     } catch (const std::exception& error) {
         return Complain(error.what());
     }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,7 +70,10 @@ SystemDescription ParseDescription(std::string_view json, std::string_view name)
 /// The file's text: stable order of keys, one line a parameter, a line break at the end.
 std::string FormatDescription(const SystemDescription& system);
 
-/// Writes a file beside and renames it, so a reader never sees half of it. Raises FileError.
+/// The same text bit by bit.
+void WriteDescription(const SystemDescription& system, const std::function<void(std::string_view)>& write);
+
+/// A reader sees the old file or the new one, never a part. Raises FileError with the system's reason.
 void SaveDescription(const SystemDescription& system, const std::filesystem::path& file);
 
 /// A value as files and the device's protocol write it: decimal, the text itself, or hexadecimal digits.

@@ -1,10 +1,8 @@
-#include <fstream>
-#include <system_error>
-
 #include <nlohmann/json.hpp>
 
 #include "host/sim/description.h"
 #include "host/sim/utf8.h"
+#include "platform/file_writer.h"
 
 namespace orv::sim {
 namespace {
@@ -57,58 +55,57 @@ Json ParameterJson(const ParameterDescription& parameter) {
     return json;
 }
 
-/// `line` of each entry, indented, separated by commas.
-template <typename Entries, typename Line>
-std::string Rows(const Entries& entries, std::string_view indent, const Line& line) {
-    std::string rows;
+using Sink = std::function<void(std::string_view)>;
+
+/// `row` of each entry, separated by commas.
+template <typename Entries, typename Row>
+void WriteRows(const Entries& entries, const Sink& write, const Row& row) {
+    bool first = true;
     for (const auto& entry : entries) {
-        rows += rows.empty() ? "" : ",\n";
-        rows += std::string(indent) + line(entry);
+        write(first ? "" : ",\n");
+        row(entry);
+        first = false;
     }
-    return rows.empty() ? rows : rows + "\n";
+    write(first ? "" : "\n");
 }
 
-std::string ClusterLine(const ClusterDescription& cluster) {
-    return Json{{"index", cluster.index}, {"description", ToUtf8(cluster.description)}}.dump();
-}
-
-std::string DeviceBlock(const DeviceDescription& device) {
-    return "{\n      \"cluster\": " + std::to_string(device.cluster) +
-           ",\n      \"device\": " + std::to_string(device.device) +
-           ",\n      \"description\": " + Json(ToUtf8(device.description)).dump() + ",\n      \"parameters\": [\n" +
-           Rows(device.parameters, "        ", [](const auto& parameter) { return ParameterJson(parameter).dump(); }) +
-           "      ]\n    }";
+void WriteDevice(const DeviceDescription& device, const Sink& write) {
+    write("    {\n      \"cluster\": " + std::to_string(device.cluster) +
+          ",\n      \"device\": " + std::to_string(device.device) +
+          ",\n      \"description\": " + Json(ToUtf8(device.description)).dump() + ",\n      \"parameters\": [\n");
+    WriteRows(device.parameters, write,
+              [&](const auto& parameter) { write("        " + ParameterJson(parameter).dump()); });
+    write("      ]\n    }");
 }
 
 } // namespace
 
+void WriteDescription(const SystemDescription& system, const Sink& write) {
+    write("{\n  \"accessLevel\": " + std::to_string(system.accessLevel) + ",\n  \"clusters\": [\n");
+    WriteRows(system.clusters, write, [&](const ClusterDescription& cluster) {
+        write("    " + Json{{"index", cluster.index}, {"description", ToUtf8(cluster.description)}}.dump());
+    });
+    write("  ],\n  \"devices\": [\n");
+    WriteRows(system.devices, write, [&](const DeviceDescription& device) { WriteDevice(device, write); });
+    write("  ]\n}\n");
+}
+
 std::string FormatDescription(const SystemDescription& system) {
-    return "{\n  \"accessLevel\": " + std::to_string(system.accessLevel) + ",\n  \"clusters\": [\n" +
-           Rows(system.clusters, "    ", ClusterLine) + "  ],\n  \"devices\": [\n" +
-           Rows(system.devices, "    ", DeviceBlock) + "  ]\n}\n";
+    std::string text;
+    WriteDescription(system, [&text](std::string_view bytes) { text += bytes; });
+    return text;
 }
 
 void SaveDescription(const SystemDescription& system, const std::filesystem::path& file) {
-    // The wide form would depend on the locale outside Windows.
-    const std::u8string utf8 = file.u8string();
-    const std::string name(utf8.begin(), utf8.end());
-    std::filesystem::path beside = file;
-    beside += ".new";
-    std::error_code failed;
-    {
-        std::ofstream stream(beside, std::ios::binary | std::ios::trunc);
-        stream << FormatDescription(system);
-        stream.close();
-        if (!stream) {
-            std::filesystem::remove(beside, failed);
-            throw FileError(name, "", "the file cannot be written");
-        }
-    }
-    std::filesystem::rename(beside, file, failed);
-    if (failed) {
-        const std::string reason = failed.message();
-        std::filesystem::remove(beside, failed);
-        throw FileError(name, "", "the file cannot be replaced: " + reason);
+    try {
+        platform::FileWriter writer(file.native());
+        WriteDescription(system, [&writer](std::string_view bytes) { writer.Append(bytes); });
+        writer.Commit();
+    } catch (const Error& error) {
+        // The wide form would depend on the locale outside Windows.
+        const std::u8string name = file.u8string();
+        throw FileError(std::string(name.begin(), name.end()), "",
+                        "the file cannot be written: " + ToUtf8(error.Description()));
     }
 }
 

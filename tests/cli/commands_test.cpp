@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include "cli/output_stream.h"
 #include "fixture.h"
 #include "model/format_export.h"
 #include "model/save_concerns.h"
@@ -68,15 +69,14 @@ TEST(Export, WritesTheModelsBytes) {
     const Folder folder;
     const std::string file = folder.File("formats.txt");
     DeviceFile opened({SamplePath("conveyor.json"), {}, 0, {}});
-    std::ostringstream expected;
-    model::WriteFormatStructure(opened.Model(), opened.State(), expected);
-    ASSERT_THAT(expected.str(), HasSubstr("Format #1\r\n"));
-    EXPECT_EQ(RunProgram({"export", SamplePath("conveyor.json"), "-o", "-"}).out, expected.str());
+    const std::string expected = model::FormatStructure(opened.Model(), opened.State());
+    ASSERT_THAT(expected, HasSubstr("Format #1\r\n"));
+    EXPECT_EQ(RunProgram({"export", SamplePath("conveyor.json"), "-o", "-"}).out, expected);
     EXPECT_EQ(RunProgram({"export", SamplePath("conveyor.json"), "-o", file}).status, 0);
-    EXPECT_EQ(ReadAll(std::filesystem::u8path(file)), expected.str());
+    EXPECT_EQ(ReadAll(std::filesystem::u8path(file)), expected);
     const Result nowhere = RunProgram({"export", SamplePath("tiny.json"), "-o", folder.File("no/such/folder.txt")});
     EXPECT_EQ(nowhere.status, 3);
-    EXPECT_THAT(nowhere.err, HasSubstr("folder.txt: the file cannot be written"));
+    EXPECT_THAT(nowhere.err, HasSubstr("folder.txt: the file cannot be written: "));
 }
 
 TEST(PlanCommand, ListsEachWriteUnderItsNumber) {
@@ -142,6 +142,28 @@ TEST(Failures, AreOneLineWithTheStatusOfTheirKind) {
         EXPECT_THAT(result.err, StartsWith("outfmt: "));
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
         EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST(Failures, OfStandardOutputGiveTheReason) {
+    const std::string tiny = SamplePath("tiny.json");
+    const std::vector<std::string> cases[] = {
+        {"show", tiny},
+        {"show", tiny, "--json"},
+        {"check", tiny},
+        {"plan", tiny},
+        {"diff", tiny, SamplePath("conveyor.json")},
+        {"export", SamplePath("conveyor.json"), "-o", "-"},
+        {"set", SamplePath("conveyor.json"), "-o", "-"}, // more than the stream holds back
+        {"--help"},
+    };
+    for (const std::vector<std::string>& arguments : cases) {
+        OutputBuffer closed{platform::SystemFile()};
+        std::ostream out(&closed);
+        std::ostringstream err;
+        EXPECT_EQ(cli::Run(arguments, {out, err, false, &closed.Failure()}), 3) << arguments[0];
+        EXPECT_NE(closed.Failure(), "");
+        EXPECT_EQ(err.str(), "outfmt: standard output cannot be written: " + closed.Failure() + "\n");
     }
 }
 

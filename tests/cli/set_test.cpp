@@ -196,6 +196,20 @@ TEST(Set, RefusesLimitsOfASlotWhoseFixedLengthStays) {
         EXPECT_EQ(RunProgram({"set", source, "--level", "2", "-o", target, assignment}).status, 2) << assignment;
 }
 
+TEST(Set, WritesToStandardOutputWhatItWouldWriteIntoTheFile) {
+    const Folder folder;
+    const std::string changed = folder.File("changed.json");
+    const std::vector<std::string> set = {"set", SamplePath("tiny.json"), "StandardFormat.Header=x", "-o"};
+    std::vector<std::string> arguments = set;
+    arguments.push_back(changed);
+    ASSERT_EQ(RunProgram(arguments).status, 0);
+    arguments.back() = "-";
+    const Result result = RunProgram(arguments);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, ReadAll(std::filesystem::u8path(changed)));
+    EXPECT_FALSE(std::filesystem::exists("-"));
+}
+
 TEST(Set, TakesTheLevelOnlyForItself) {
     const Folder folder;
     const std::string changed = folder.File("f\xC3\xBCr \xE4\xB8\xAD.json"); // a name beyond the system's code page

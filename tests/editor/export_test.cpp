@@ -60,14 +60,13 @@ TEST_F(ExportTest, TheSuggestedNameIsOneThatTheFileSystemTakes) {
 }
 
 TEST_F(ExportTest, WritesWhatTheModelHoldsByThen) {
-    std::ostringstream expected;
     root.AdvancedFormats().Item(1).Header(L"\x02new");
-    model::WriteFormatStructure(root, bench.state, expected);
-    ASSERT_NE(expected.str().find("Header:     <STX>new (02 6E 65 77)\r\n"), std::string::npos);
+    const std::string expected = model::FormatStructure(root, bench.state);
+    ASSERT_NE(expected.find("Header:     <STX>new (02 6E 65 77)\r\n"), std::string::npos);
     std::ofstream(folder / "plain.txt") << std::string(100000, 'x');
     Choose(folder / "plain.txt");
     Export();
-    EXPECT_EQ(Bytes(folder / "plain.txt"), expected.str()) << "what stood there before is gone";
+    EXPECT_EQ(Bytes(folder / "plain.txt"), expected) << "what stood there before is gone";
     EXPECT_TRUE(Boxes().empty());
     Choose(folder / "not sent.txt");
     for (model::AdvancedFormat& format : root.AdvancedFormats())
@@ -93,7 +92,9 @@ TEST_F(ExportTest, AFailureIsShownUnderTheButtonsName) {
     Choose(folder / "no such folder" / "file.txt");
     Export();
     ASSERT_EQ(Boxes().size(), 1u);
-    EXPECT_EQ(Boxes()[0].text.substr(0, 32), L"AddOnControl.cmdExport_Click\n75:");
+    const std::wstring told = (folder / "no such folder" / "file.txt").wstring() + L" cannot be written: ";
+    EXPECT_EQ(Boxes()[0].text.substr(0, 33 + told.size()), L"AddOnControl.cmdExport_Click\n75: " + told);
+    EXPECT_GT(Boxes()[0].text.size(), 33 + told.size()) << "the system's reason";
     bench.host.Gate().FailNamed("HostApplication.ExportNameSecond", 1, 42, L"no name");
     Export();
     ASSERT_EQ(Boxes().size(), 2u);
@@ -106,6 +107,15 @@ TEST_F(ExportTest, AFailureIsShownUnderTheButtonsName) {
     Export();
     ASSERT_EQ(Boxes().size(), 3u);
     EXPECT_EQ(Boxes()[2].text, L"AddOnControl.cmdExport_Click\n91: Object variable not set");
+}
+
+TEST_F(ExportTest, AFailureInTheMiddleLeavesTheOldFile) {
+    std::ofstream(folder / "kept.txt") << "old";
+    Choose(folder / "kept.txt");
+    bench.host.Gate().FailNamed("SupportObject.HexByte", 2, 42, L"no");
+    Export();
+    ASSERT_EQ(Boxes().size(), 1u);
+    EXPECT_EQ(Bytes(folder / "kept.txt"), "old");
 }
 
 } // namespace

@@ -134,10 +134,16 @@ TEST(Description, SavingReplacesTheFileAndLeavesNothingBeside) {
     EXPECT_EQ(LoadDescription(file), system);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
 
-    EXPECT_THROW(SaveDescription(system, folder / "missing" / "x.json"), FileError);
+    try {
+        SaveDescription(system, folder / "missing" / "x.json");
+        ADD_FAILURE() << "there is no such folder";
+    } catch (const FileError& error) {
+        EXPECT_THAT(error.what(), ::testing::ContainsRegex("x\\.json: .*cannot be written: ."));
+    }
     std::filesystem::create_directories(folder / "taken" / "inside");
     EXPECT_THROW(SaveDescription(system, folder / "taken"), FileError);
-    EXPECT_FALSE(std::filesystem::exists(folder / "taken.new")) << "a failed save leaves nothing behind";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2)
+        << "a failed save leaves nothing behind";
     std::filesystem::remove_all(folder);
 }
 

@@ -1,11 +1,12 @@
 #include "host/app/orvhost/window_picture.h"
 
 #include <algorithm>
-#include <fstream>
 #include <stdexcept>
 #include <vector>
 
 #include "host/sim/utf8.h"
+#include "platform/file_writer.h"
+#include "text/error.h"
 
 namespace orv::host {
 namespace {
@@ -79,10 +80,11 @@ Picture TakePicture(HWND frame) {
 void SavePicture(const Picture& picture, const std::filesystem::path& file) {
     if (file.has_parent_path())
         std::filesystem::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary);
-    const std::string bytes = FormatBitmap(picture);
-    if (!out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
-        throw std::runtime_error("cannot write " + sim::ToUtf8(file.wstring()));
+    try {
+        platform::WriteWhole(file.native(), FormatBitmap(picture));
+    } catch (const Error& error) {
+        throw std::runtime_error("cannot write " + sim::ToUtf8(file.wstring() + L": " + error.Description()));
+    }
 }
 
 } // namespace orv::host
