@@ -27,15 +27,17 @@ std::string MachineName();
 /// Somebody who reads the file, or looks into it for viruses, holds it for a moment only.
 template <typename Call>
 bool Retried(const Call& call, bool alsoDenied = false) {
-    constexpr int kTries = 200;
-    constexpr DWORD kPause = 10;
-    for (int tries = 1;; ++tries) {
+    constexpr ULONGLONG kPatience = 3000;
+    // Short: a reader that opens the file again and again leaves small gaps.
+    constexpr DWORD kPause = 1;
+    const ULONGLONG begin = GetTickCount64();
+    for (;;) {
         if (call())
             return true;
         const DWORD code = GetLastError();
         const bool isShared = code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION ||
                               code == ERROR_USER_MAPPED_FILE || (alsoDenied && code == ERROR_ACCESS_DENIED);
-        if (!isShared || tries == kTries)
+        if (!isShared || GetTickCount64() - begin > kPatience)
             return false;
         Sleep(kPause);
     }

@@ -112,7 +112,7 @@ void ReadAgainAndAgain(const path& file, const std::atomic<bool>& done, int& rea
             continue; // being replaced just now, where a system has such a moment
         const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
         ++reads;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // or no writer has a turn where readers go first
+        std::this_thread::sleep_for(std::chrono::milliseconds(3)); // or no writer has a turn where readers go first
         torn += text.size() != 100000 || text != std::string(text.size(), text[0]) ? 1 : 0;
     }
 }
