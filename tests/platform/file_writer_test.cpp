@@ -107,13 +107,16 @@ TEST_F(FilesTest, OnlyWhatADeadWriterOfThisMachineLeftIsRemoved) {
 /// Opened as a program does that reads: nobody may take the file away under it where that is the system's rule.
 void ReadAgainAndAgain(const path& file, const std::atomic<bool>& done, int& reads, int& torn) {
     while (!done) {
-        std::ifstream in(file, std::ios::binary);
-        if (!in)
-            continue; // being replaced just now, where a system has such a moment
-        const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        std::string text;
+        {
+            std::ifstream in(file, std::ios::binary);
+            if (!in)
+                continue; // being replaced just now, where a system has such a moment
+            text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        }
         ++reads;
-        std::this_thread::sleep_for(std::chrono::milliseconds(3)); // or no writer has a turn where readers go first
         torn += text.size() != 100000 || text != std::string(text.size(), text[0]) ? 1 : 0;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5)); // where readers go first, writers need a turn
     }
 }
 
@@ -123,11 +126,11 @@ TEST_F(FilesTest, WritersAtOnceLeaveAWholeFileAtAnyMoment) {
     int reads = 0;
     int torn = 0;
     std::thread reader([&] { ReadAgainAndAgain(file, done, reads, torn); });
-    std::vector<std::wstring> reasons(4);
+    std::vector<std::wstring> reasons(3);
     std::vector<std::thread> writers;
     for (std::size_t i = 0; i < reasons.size(); ++i)
         writers.emplace_back([&, i] {
-            for (int round = 0; round < 25 && reasons[i].empty(); ++round)
+            for (int round = 0; round < 20 && reasons[i].empty(); ++round)
                 reasons[i] = ReasonToWrite(file, std::string(100000, static_cast<char>('a' + i)));
         });
     for (std::thread& writer : writers)
