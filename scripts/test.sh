@@ -23,6 +23,10 @@ run_programs() {
 
 run_native() {
     UBSAN_OPTIONS=print_stacktrace=1 ASAN_OPTIONS=detect_leaks=1 run_programs native
+    source scripts/plans.sh
+    mkdir -p out/test/scripts
+    apply_plans >out/test/scripts/apply-plans.log 2>&1 ||
+        grep '^not ok' out/test/scripts/apply-plans.log || true
 }
 
 # The native programs run while the compiler has the next build to do.
@@ -50,6 +54,9 @@ run_windows() {
     source scripts/tour.sh
     check_plays >out/test/scripts/plays.log 2>&1 || echo "not ok plays: ended early" >>out/test/scripts/plays.log
     cat out/test/scripts/plays.log
+    source scripts/plans.sh
+    editor_plans --often >out/test/scripts/editor-plans.log 2>&1 || true
+    cat out/test/scripts/editor-plans.log
     source scripts/gallery.sh
     check_gallery >out/test/scripts/gallery.log 2>&1 || echo "not ok gallery: ended early" >>out/test/scripts/gallery.log
     cat out/test/scripts/gallery.log

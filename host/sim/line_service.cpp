@@ -14,7 +14,7 @@ namespace {
 
 /// Nothing but what the protocol calls so: whoever says OK and more may mean something else.
 bool IsGood(const ProtocolLine& line) {
-    return line.verb == "OK" && line.fields.size() == 1;
+    return line.verb == "OK" && line.fields.size() <= 1;
 }
 
 /// A code of an error answer; a line that makes no sense counts as a bad request, and so does an error with the code of
@@ -104,7 +104,7 @@ void LineService::OnLine(std::string_view text) {
     const Pending answered = std::exchange(pending_, Pending::Nothing);
     const std::optional<ProtocolLine> line = ParseLine(text);
     if (line && IsGood(*line)) {
-        Accept(answered, line->fields[0]);
+        Accept(answered, line->fields.empty() ? std::wstring() : line->fields[0]);
         return;
     }
     if (answered == Pending::Connection)

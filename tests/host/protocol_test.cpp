@@ -64,9 +64,9 @@ TEST_F(ProtocolTest, AnswersNonsenseAndGoesOn) {
         EXPECT_EQ(Say(std::string(line) + "\n").substr(0, 8), "ERR 405 ") << line;
     EXPECT_EQ(Say("HELLO 1 33\n").substr(0, 8), "ERR 406 ");
     ASSERT_EQ(Say("HELLO 1 34\n"), "OK OK\n");
-    for (const char* line :
-         {"", " ", "GET", "GET  /Count", "GET /Count ", "GET /Count x", "GET \\", "GET \\q", "GET \\x4", "GET \\xZZ",
-          "GET \xFF", "SETN /Count", "BYE BYE", "HELLO 1 34", "ASK 10", "ASK a 0"})
+    for (const char* line : {"", " ", "GET", "GET  /Count", "GET /Count ", "GET /Count x", "GET \\", "GET \\q",
+                             "GET \\x4", "GET \\xZZ", "GET \xFF", "GET /Count\t", "GET \x1B", "GET \x7F", "SETN /Count",
+                             "BYE BYE", "HELLO 1 34", "ASK 10", "ASK a 0"})
         EXPECT_EQ(Say(std::string(line) + "\n").substr(0, 8), "ERR 405 ") << line;
     EXPECT_EQ(Say(std::string(3 * kMaximumLine, 'G') + "\nGET /Count\n"), "ERR 405 line\\stoo\\slong\nOK 70000\n");
     for (const char* line : {"ASK 99 0", "ASK 10 3", "ASK 10 -1"})
