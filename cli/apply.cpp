@@ -10,6 +10,7 @@
 #include "host/sim/line_protocol.h"
 #include "host/sim/tcp_service.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 namespace {
@@ -26,13 +27,13 @@ sim::TcpMibSapService::Endpoint ParseEndpoint(const std::string& text) {
     } catch (const ValueError&) {
     }
     if (endpoint.port == 0)
-        throw Failure(status::kUsage, "--to wants HOST:PORT, not " + text);
+        throw Failure(status::kUsage, "--to wants HOST:PORT, not " + sim::Excerpt(text));
     const std::string host = text.substr(0, colon);
     endpoint.host = host == "localhost" ? "127.0.0.1" : host;
     if (host.starts_with('[') && host.ends_with(']'))
         endpoint.host = host.substr(1, host.size() - 2);
     else if (endpoint.host.find_first_not_of("0123456789.") != std::string::npos)
-        throw Failure(status::kUsage, "--to wants a numeric address or localhost, not " + host);
+        throw Failure(status::kUsage, "--to wants a numeric address or localhost, not " + sim::Excerpt(host));
     return endpoint;
 }
 
@@ -41,7 +42,7 @@ class LastTraffic {
   public:
     void Note(std::wstring_view line) {
         if (line.starts_with(L'!'))
-            refusal_ = "transport error " + ToUtf8(line.substr(2));
+            refusal_ = "transport error " + ToUtf8(text::Excerpt(line.substr(2)));
         const auto parsed = sim::ParseLine(ToUtf8(line.substr(2)));
         if (!parsed)
             return;
@@ -49,7 +50,7 @@ class LastTraffic {
             request_ = *parsed;
             refusal_.clear();
         } else if (line.starts_with(L'<') && parsed->verb == "ERR") {
-            refusal_ = "the device answers " + Joined(parsed->fields);
+            refusal_ = "the device answers " + sim::Excerpt(Joined(parsed->fields));
         }
     }
     /// "connecting", "/X/Y[2]".
@@ -60,7 +61,7 @@ class LastTraffic {
             return "starting the session";
         if (request_.verb == "END")
             return "ending the session";
-        return request_.fields.empty() ? request_.verb : ToUtf8(request_.fields[0]);
+        return request_.fields.empty() ? request_.verb : ToUtf8(text::Excerpt(request_.fields[0]));
     }
     const std::string& Refusal() const { return refusal_; }
 
@@ -69,7 +70,7 @@ class LastTraffic {
         std::string joined;
         for (const std::wstring& field : fields)
             joined += (joined.empty() ? "" : " ") + ToUtf8(field);
-        return joined;
+        return fields.empty() ? "with an error without a code" : joined;
     }
 
     sim::ProtocolLine request_;
@@ -110,7 +111,7 @@ class Application {
             return file_.Model().Save(true);
         } catch (const Error& error) {
             bar.reset();
-            Fail(Stop({}) + ": " + ToUtf8(error.Description()));
+            Fail(Stop({}) + ": " + ToUtf8(text::Excerpt(error.Description())));
         } catch (const std::runtime_error&) {
             // The wait's limit; nothing else raises this.
             bar.reset();
@@ -120,7 +121,7 @@ class Application {
 
     /// Each parameter that was written moved the display once.
     std::string Stop(const std::wstring& entry) {
-        return "stopped at " + (entry.empty() ? traffic_.Step() : ToUtf8(entry)) + ", " +
+        return "stopped at " + (entry.empty() ? traffic_.Step() : ToUtf8(text::Excerpt(entry))) + ", " +
                std::to_string(file_.Host().Progress().percents.size()) + " of " + std::to_string(total_) +
                " parameters written";
     }
@@ -132,7 +133,7 @@ class Application {
             line += ": transport error " + std::to_string(file_.State().common->lastTransportError);
         for (const platform::MessageBox& box : file_.Platform().boxes.shown)
             line += "; " + ToUtf8(box.text);
-        throw Failure(status::kDevice, file_.Name() + ": " + options_.to + ": " + line);
+        throw Failure(status::kDevice, file_.Name() + ": " + sim::Excerpt(options_.to) + ": " + line);
     }
 
     DeviceFile& file_;

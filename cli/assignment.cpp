@@ -6,6 +6,7 @@
 #include "cli/expression.h"
 #include "cli/values.h"
 #include "device/parameter_access.h"
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::cli {
@@ -39,10 +40,12 @@ void RequireWholeLength(const FieldRef& field, device::ParameterAccess& access) 
 }
 
 std::wstring ChoiceList(const std::vector<device::Choice>& choices) {
+    constexpr std::size_t kMost = 40; // of what may be thousands
     std::wstring list;
-    for (const device::Choice& choice : choices)
-        list += (list.empty() ? L"" : L", ") + std::to_wstring(choice.value) + L" " + choice.label;
-    return list;
+    for (std::size_t i = 0; i < std::min(choices.size(), kMost); ++i)
+        list +=
+            (list.empty() ? L"" : L", ") + std::to_wstring(choices[i].value) + L" " + text::Excerpt(choices[i].label);
+    return choices.size() > kMost ? list + L", ..." : list;
 }
 
 void CheckNumber(std::int32_t number, const device::Description& description) {
@@ -148,7 +151,7 @@ void Apply(model::OutFormatConfig& model, device::DeviceState& state, const Assi
     } catch (const ValueError& error) {
         throw AssignmentError(assignment.name, error.Reason());
     } catch (const Error& error) {
-        throw AssignmentError(assignment.name, error.Description());
+        throw AssignmentError(assignment.name, text::Excerpt(error.Description()));
     }
 }
 

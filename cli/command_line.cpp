@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 #include <ostream>
+#include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
@@ -10,6 +12,7 @@
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 #include "text/version.h"
 
 namespace orv::cli {
@@ -33,15 +36,26 @@ struct Options {
     ApplyOptions apply;
 };
 
+Failure TooLarge(const std::string& name) {
+    return {status::kFile, name + ": there is not enough memory for it"};
+}
+
 /// Runs a command over an opened file, whose name goes before every failure of the model.
 int RunOnDevice(const DeviceChoice& choice, const std::function<int(DeviceFile&)>& run) {
+    const std::string name = sim::Excerpt(choice.file);
     try {
         DeviceFile file(choice);
         return run(file);
     } catch (const AssignmentError& error) {
-        throw Failure(status::kUsage, choice.file + ": " + error.what());
+        throw Failure(status::kUsage, name + ": " + error.what());
     } catch (const Error& error) {
-        throw Failure(status::kDevice, choice.file + ": " + sim::ToUtf8(error.Description()));
+        if (error.Number() == error_number::kOutOfMemory)
+            throw TooLarge(name);
+        throw Failure(status::kDevice, name + ": " + sim::ToUtf8(text::Excerpt(error.Description())));
+    } catch (const std::bad_alloc&) {
+        throw TooLarge(name);
+    } catch (const std::length_error&) {
+        throw TooLarge(name);
     }
 }
 
@@ -68,7 +82,7 @@ class Program {
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0)
                 return app_.exit(error, streams_.out, streams_.err);
-            throw Failure(status::kUsage, error.what() + std::string("; outfmt --help tells more"));
+            throw Failure(status::kUsage, sim::Excerpt(error.what()) + "; outfmt --help tells more");
         }
         return chosen_();
     }
@@ -81,7 +95,16 @@ class Program {
         const auto isMeant = [&](const CLI::App* command) { return command->check_name(arguments[0]); };
         if (!app_.get_subcommands(isMeant).empty())
             return;
-        throw Failure(status::kUsage, "there is no command " + arguments[0] + "; outfmt --help lists them");
+        throw Failure(status::kUsage,
+                      "there is no command " + sim::Excerpt(arguments[0]) + "; outfmt --help lists them");
+    }
+
+    int RunDiff() {
+        try {
+            return Diff(options_.device.file, options_.otherFile, streams_.out);
+        } catch (const std::bad_alloc&) {
+            throw TooLarge(sim::Excerpt(options_.device.file) + ", " + sim::Excerpt(options_.otherFile));
+        }
     }
 
     CLI::App& Command(const char* name, const char* description, std::function<int()> run) {
@@ -123,8 +146,8 @@ class Program {
             PrintPlan(file, streams_.out, streams_.err);
             return status::kDone;
         });
-        CLI::App& diff = Command("diff", "Print the values that differ between two description files",
-                                 [this] { return Diff(options_.device.file, options_.otherFile, streams_.out); });
+        CLI::App& diff =
+            Command("diff", "Print the values that differ between two description files", [this] { return RunDiff(); });
         diff.add_option("A", options_.device.file, "Description file")->required();
         diff.add_option("B", options_.otherFile, "The other one")->required();
     }
@@ -181,7 +204,7 @@ int Run(std::vector<std::string> arguments, const Streams& streams) {
     } catch (const sim::FileError& error) {
         return Complain(streams, status::kFile, error.what());
     } catch (const std::exception& error) {
-        return Complain(streams, status::kDevice, error.what());
+        return Complain(streams, status::kDevice, sim::Excerpt(error.what()));
     } catch (...) {
         return Complain(streams, status::kDevice, "the wait for the device was given up");
     }

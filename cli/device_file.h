@@ -27,6 +27,7 @@ class DeviceFile {
     DeviceFile(const DeviceFile&) = delete;
     DeviceFile& operator=(const DeviceFile&) = delete;
 
+    /// As messages show it.
     const std::string& Name() const { return name_; }
     model::OutFormatConfig& Model() { return model_; }
     device::DeviceState& State() { return state_; }
@@ -37,10 +38,15 @@ class DeviceFile {
     sim::SystemDescription Contents() const;
 
   private:
-    DeviceFile(const DeviceChoice& choice, const sim::SystemDescription& system);
+    /// Takes the description over: a large one is not held twice.
+    DeviceFile(const DeviceChoice& choice, sim::SystemDescription&& system);
+
+    void RequireElements();
 
     std::string name_;
     std::int32_t fileLevel_;
+    device::Target target_;
+    std::size_t place_; ///< of the device, in the file's list
     sim::PortablePlatform platform_;
     sim::BenchHost host_;
     device::DeviceState state_;

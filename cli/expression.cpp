@@ -5,6 +5,7 @@
 
 #include "cli/values.h"
 #include "model/expression_fault.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 namespace {
@@ -55,12 +56,12 @@ std::wstring ExpressionFault(std::wstring_view expression) {
         return {};
     if (fault->token.empty())
         return L"it ends too early";
-    return L"character " + std::to_wstring(fault->character) + L", \"" + fault->token + L"\"";
+    return L"character " + std::to_wstring(fault->character) + L", \"" + text::Excerpt(fault->token) + L"\"";
 }
 
 void SetExpression(model::Codes& codes, const std::wstring& expression) {
     if (const std::wstring fault = ExpressionFault(expression); !fault.empty())
-        throw ValueError(L"\"" + expression + L"\" is no expression: " + fault);
+        throw ValueError(L"\"" + text::Excerpt(expression) + L"\" is no expression: " + fault);
     std::vector<OldGroup> old = Remember(codes.Groups());
     codes.Groups().ParseExpression(expression);
     HandStringsOver(std::move(old), codes.Groups());

@@ -133,11 +133,11 @@ class Resolver {
             }
         }
         if (indexed)
-            Refuse(part.name + L" wants an index from 0 to " + std::to_wstring(count - 1));
+            Refuse(text::Excerpt(part.name) + L" wants an index from 0 to " + std::to_wstring(count - 1));
         if (count > 0)
-            Refuse(part.name + L" takes no index");
+            Refuse(text::Excerpt(part.name) + L" takes no index");
         const std::wstring owner = section.name.empty() ? L"" : section.name + L" has no field ";
-        Refuse((owner.empty() ? L"there is no " + part.name : owner + part.name) + L"; nearest: " +
+        Refuse((owner.empty() ? L"there is no " : owner) + text::Excerpt(part.name) + L"; nearest: " +
                Nearest(part.name, std::move(others)));
     }
 
@@ -167,7 +167,7 @@ NamePart ParsePart(std::wstring_view text, std::wstring_view whole) {
     try {
         part.index = ParseNumber(text.substr(open + 1, text.size() - open - 2), 32, true);
     } catch (const ValueError& error) {
-        throw AssignmentError(whole, L"index of " + part.name + L": " + error.Reason());
+        throw AssignmentError(whole, L"index of " + text::Excerpt(part.name) + L": " + error.Reason());
     }
     return part;
 }
@@ -175,7 +175,7 @@ NamePart ParsePart(std::wstring_view text, std::wstring_view whole) {
 } // namespace
 
 AssignmentError::AssignmentError(std::wstring_view name, std::wstring_view reason)
-    : std::runtime_error(sim::ToUtf8(std::wstring(name) + L": " + std::wstring(reason))) {}
+    : std::runtime_error(sim::ToUtf8(text::Excerpt(name) + L": " + std::wstring(reason))) {}
 
 std::vector<NamePart> ParseName(std::wstring_view name) {
     std::vector<NamePart> parts;

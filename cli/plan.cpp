@@ -5,6 +5,7 @@
 #include "cli/values.h"
 #include "device/parameter_access.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 
@@ -14,7 +15,8 @@ void PrintLeftOut(const DeviceFile& file, const std::vector<device::LeftOut>& le
         if (one.why == device::LeftOut::Why::NoPlace)
             err << "left out: the device has no place for " << sim::ToUtf8(one.reason) << '\n';
         else
-            err << sim::ToUtf8(one.entry) << " (" << one.number << ") is left out: " << sim::ToUtf8(one.reason) << '\n';
+            err << sim::ToUtf8(text::Excerpt(one.entry)) << " (" << one.number
+                << ") is left out: " << sim::ToUtf8(one.reason) << '\n';
     }
 }
 

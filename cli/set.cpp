@@ -5,6 +5,7 @@
 #include "cli/failure.h"
 #include "cli/values.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 namespace {
@@ -61,8 +62,8 @@ void RequireKept(DeviceFile& file, const std::vector<Expected>& expected) {
         const std::wstring now = NowText(field, access);
         if (now == one.value || (field.name == L"Length" && KeptAsFixedLength(saved, one)))
             continue;
-        throw AssignmentError(one.name,
-                              Quoted(one.value) + L" would become " + Quoted(now) + L": " + Reason(field, saved));
+        throw AssignmentError(one.name, Quoted(text::Excerpt(one.value)) + L" would become " +
+                                            Quoted(text::Excerpt(now)) + L": " + Reason(field, saved));
     }
 }
 

@@ -9,6 +9,7 @@
 #include "model/format_export.h"
 #include "model/save_concerns.h"
 #include "platform/file_writer.h"
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::cli {
@@ -24,8 +25,9 @@ class TextPrinter {
     void Print() {
         const Definition definition = Describe(file_);
         const sim::DeviceDescription& device = file_.Store().Contents();
-        out_ << (device.description.empty() ? "Device" : ToUtf8(device.description)) << ": cluster " << device.cluster
-             << ", device " << device.device << ", access level " << file_.State().current.accessLevel << '\n';
+        out_ << (device.description.empty() ? "Device" : ToUtf8(text::Printable(device.description))) << ": cluster "
+             << device.cluster << ", device " << device.device << ", access level " << file_.State().current.accessLevel
+             << '\n';
         Print(definition.settings);
         Print(definition.codes);
         for (const DefinitionNode& group : definition.groups)
@@ -39,7 +41,7 @@ class TextPrinter {
     void Print(const DefinitionNode& node) {
         out_ << '\n' << (node.section.name.empty() ? "Settings" : ToUtf8(node.section.name));
         if (!node.title.empty())
-            out_ << "  " << ToUtf8(node.title);
+            out_ << "  " << ToUtf8(text::Printable(node.title));
         out_ << (node.inUse ? "\n" : "  (not in use)\n");
         Table table("lll");
         for (const FieldRef& field : node.section.fields)
@@ -124,7 +126,8 @@ void Export(DeviceFile& file, const std::string& target, std::ostream& out) {
     try {
         platform::WriteWhole(std::filesystem::u8path(target).native(), structure);
     } catch (const Error& error) {
-        throw Failure(status::kFile, target + ": the file cannot be written: " + ToUtf8(error.Description()));
+        throw Failure(status::kFile, sim::Excerpt(target) +
+                                         ": the file cannot be written: " + ToUtf8(text::Excerpt(error.Description())));
     }
 }
 

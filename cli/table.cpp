@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 namespace {
@@ -12,6 +13,12 @@ namespace {
 constexpr std::size_t kWidest = 48;
 
 } // namespace
+
+void Table::Add(std::vector<std::wstring> row) {
+    for (std::wstring& cell : row)
+        cell = text::Printable(cell);
+    rows_.push_back(std::move(row));
+}
 
 void Table::Print(std::ostream& out, std::string_view indent) const {
     std::vector<std::size_t> widths(alignment_.size());

@@ -12,8 +12,8 @@ class Table {
     /// `alignment` has a letter a column: "l" or "r".
     explicit Table(std::string_view alignment) : alignment_(alignment) {}
 
-    /// One cell a column; cells at the end may be left out.
-    void Add(std::vector<std::wstring> row) { rows_.push_back(std::move(row)); }
+    /// One cell a column; cells at the end may be left out. What a terminal would act upon stands there by name.
+    void Add(std::vector<std::wstring> row);
     bool Empty() const { return rows_.empty(); }
 
     /// As UTF-8, columns two blanks apart, each line behind `indent`; no blanks at the ends of lines.

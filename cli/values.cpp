@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "text/bytes.h"
+#include "text/excerpt.h"
 
 namespace orv::cli {
 namespace {
@@ -53,7 +54,8 @@ void RequireCodePage(const std::wstring& text, device::ParameterAccess& access) 
     for (std::size_t i = 0; i < text.size(); i += CharacterLength(text, i)) {
         const std::wstring character = text.substr(i, CharacterLength(text, i));
         if (!InCodePage(character, access))
-            throw ValueError(L"the device's code page has no \"" + character + L"\" (--force takes its replacement)");
+            throw ValueError(L"the device's code page has no \"" + text::Excerpt(character) +
+                             L"\" (--force takes its replacement)");
     }
 }
 
@@ -65,11 +67,11 @@ std::int32_t ParseBitPattern(std::wstring_view text, std::wstring_view digits, i
     std::uint64_t pattern = 0;
     for (const wchar_t c : digits) {
         if (HexDigit(c) < 0)
-            throw ValueError(L"\"" + std::wstring(text) + L"\" is no number");
+            throw ValueError(L"\"" + text::Excerpt(text) + L"\" is no number");
         pattern = std::min<std::uint64_t>(pattern * 16 + static_cast<unsigned>(HexDigit(c)), std::uint64_t{1} << 40);
     }
     if (digits.empty() || pattern >> bits != 0)
-        throw ValueError(L"\"" + std::wstring(text) + L"\" does not fit a " + Kind(bits, isSigned));
+        throw ValueError(L"\"" + text::Excerpt(text) + L"\" does not fit a " + Kind(bits, isSigned));
     const bool negative = isSigned && (pattern >> (bits - 1) & 1U) != 0;
     return static_cast<std::int32_t>(static_cast<std::int64_t>(pattern) - (negative ? std::int64_t{1} << bits : 0));
 }
@@ -146,10 +148,10 @@ std::wstring ParseText(std::wstring_view display, device::ParameterAccess& acces
         }
         const std::size_t end = display.find(L'>');
         if (end == std::wstring_view::npos)
-            throw ValueError(L"\"" + std::wstring(display) + L"\" has no end; \"<\" itself is written <$3C>");
+            throw ValueError(L"\"" + text::Excerpt(display) + L"\" has no end; \"<\" itself is written <$3C>");
         const int byte = NamedByte(display.substr(1, end - 1));
         if (byte < 0)
-            throw ValueError(L"there is no character called " + std::wstring(display.substr(0, end + 1)) +
+            throw ValueError(L"there is no character called " + text::Excerpt(display.substr(0, end + 1)) +
                              L"; \"<\" itself is written <$3C>");
         text += access.BytesToString({static_cast<std::uint8_t>(byte)});
         display.remove_prefix(end + 1);
@@ -165,7 +167,7 @@ std::int32_t ParseNumber(std::wstring_view text, int bits, bool isSigned) {
     std::int64_t number = 0;
     for (const wchar_t c : digits) {
         if (c < L'0' || c > L'9')
-            throw ValueError(L"\"" + std::wstring(text) + L"\" is no number");
+            throw ValueError(L"\"" + text::Excerpt(text) + L"\" is no number");
         number = std::min(number * 10 + (c - L'0'), std::int64_t{1} << 40);
     }
     if (digits.empty())
@@ -174,7 +176,7 @@ std::int32_t ParseNumber(std::wstring_view text, int bits, bool isSigned) {
     const std::int64_t maximum = (std::int64_t{1} << (isSigned ? bits - 1 : bits)) - 1;
     const std::int64_t minimum = isSigned ? -maximum - 1 : 0;
     if (number < minimum || number > maximum)
-        throw ValueError(std::wstring(text) + L" does not fit a " + Kind(bits, isSigned) + L" (" +
+        throw ValueError(text::Excerpt(text) + L" does not fit a " + Kind(bits, isSigned) + L" (" +
                          std::to_wstring(minimum) + L" to " + std::to_wstring(maximum) + L")");
     return static_cast<std::int32_t>(number);
 }
@@ -184,7 +186,7 @@ bool ParseSwitch(std::wstring_view text) {
         return true;
     if (text == L"0" || SameIgnoringCase(text, L"false"))
         return false;
-    throw ValueError(L"\"" + std::wstring(text) + L"\" is neither 1 nor 0");
+    throw ValueError(L"\"" + text::Excerpt(text) + L"\" is neither 1 nor 0");
 }
 
 } // namespace orv::cli

@@ -11,7 +11,7 @@
 
 namespace orv::cli {
 
-/// A value that does not read; Reason() says why.
+/// A value that does not read; Reason() says why, with excerpts of what was given.
 class ValueError : public std::exception {
   public:
     explicit ValueError(std::wstring reason) : reason_(std::move(reason)) {}

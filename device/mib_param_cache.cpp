@@ -4,6 +4,7 @@
 
 #include "device/mibsap_monitor.h"
 #include "platform/guarded.h"
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::device {
@@ -142,12 +143,12 @@ bool MIBParamCache::SwitchTableInteractiveOff() {
         platform::MessageBox box;
         box.title = Load(Id::ErrorTitle);
         box.icon = platform::Icon::Warning;
-        box.text = error.Description();
+        box.text = text::Excerpt(error.Description());
         if (error.Number() == kRefusedSilently)
             return false;
         if (error.Number() != kRefusedWithReason) {
             box.icon = platform::Icon::Critical;
-            box.text = Load(Id::InteractiveModeFailed) + error.Description() + L")";
+            box.text = Load(Id::InteractiveModeFailed) + text::Excerpt(error.Description()) + L")";
         }
         state_.platform.boxes.Show(box);
         return false;

@@ -6,6 +6,7 @@
 #include "editor/node_key.h"
 #include "editor/page.h"
 #include "editor/shell.h"
+#include "text/excerpt.h"
 #include "text/filled.h"
 
 namespace orv::editor {
@@ -72,7 +73,7 @@ std::wstring Lines(const std::vector<std::wstring>& strips) {
 std::wstring ReportOf(const SaveReport& report) {
     if (!report.complete) {
         const std::wstring stop =
-            report.stoppedAt.empty() ? Load(Id::SaveNotStarted) : Load(Id::StoppedAt) + report.stoppedAt;
+            report.stoppedAt.empty() ? Load(Id::SaveNotStarted) : Load(Id::StoppedAt) + text::Excerpt(report.stoppedAt);
         return stop + L", " + std::to_wstring(report.written) + L" " + Load(Id::CountOf) + L" " +
                std::to_wstring(report.total) + Load(Id::Written);
     }

@@ -4,6 +4,7 @@
 
 #include "text/bytes.h"
 #include "text/error.h"
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -59,7 +60,7 @@ bool Guide::Reported(const std::wstring& prefix, Action&& action) {
         return true;
     } catch (const Error& error) {
         platform::MessageBox box;
-        box.text = prefix + error.Description();
+        box.text = prefix + text::Excerpt(error.Description());
         box.title = Load(Id::AddOnTitle);
         box.icon = platform::Icon::Critical;
         state_.platform.boxes.Show(box);

@@ -4,6 +4,7 @@
 
 #include "editor/fields.h"
 #include "editor/item_texts.h"
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::editor {
@@ -120,8 +121,8 @@ void ItemList::Drop(const std::wstring& key, int gap) {
             context_.changed();
         } catch (const Error& error) {
             // This one message has a form of its own.
-            context_.state.platform.boxes.Show(
-                {Load(Id::ItemDropError) + error.Description(), Load(Id::AddOnTitle), platform::Icon::Critical});
+            context_.state.platform.boxes.Show({Load(Id::ItemDropError) + text::Excerpt(error.Description()),
+                                                Load(Id::AddOnTitle), platform::Icon::Critical});
         }
     });
 }

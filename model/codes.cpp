@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/expression_fault.h"
+#include "text/excerpt.h"
 #include "text/filled.h"
 
 namespace orv::model {
@@ -21,9 +22,9 @@ const Field<Group> kGroupFields[] = {
 std::wstring ExpressionReason(const std::wstring& expression) {
     const auto fault = FindFault(expression);
     if (!fault || fault->token.empty())
-        return text::Filled(text::Id::ExpressionKeptToEnd, {{L"expression", expression}});
-    return text::Filled(text::Id::ExpressionKept,
-                        {{L"expression", expression}, {L"character", std::to_wstring(fault->character)}});
+        return text::Filled(text::Id::ExpressionKeptToEnd, {{L"expression", text::Excerpt(expression)}});
+    return text::Filled(text::Id::ExpressionKept, {{L"expression", text::Excerpt(expression)},
+                                                   {L"character", std::to_wstring(fault->character)}});
 }
 
 std::int16_t ElementOf(const Group& group) {

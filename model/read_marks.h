@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "device/value.h"
+#include "text/excerpt.h"
 
 namespace orv::model {
 
@@ -35,7 +36,7 @@ class ReadMarks {
         unread_ |= Bit(cell);
         try {
             Forget(cell);
-            failures_.emplace_back(cell, error.Description());
+            failures_.emplace_back(cell, text::Excerpt(error.Description()));
         } catch (const std::exception&) { // the reason is lost for want of memory, the mark is not
         }
     }
@@ -47,7 +48,7 @@ class ReadMarks {
 
     /// False for a cell that was never asked for.
     bool Asked(int cell) const { return (asked_ & Bit(cell)) != 0; }
-    /// Description of the failure; empty where there was none, but no value either.
+    /// An excerpt of the failure's description; empty where there was none, but no value either.
     std::wstring Failure(int cell) const {
         for (const auto& [failed, description] : failures_)
             if (failed == cell)

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <new>
 
+#include "text/excerpt.h"
 #include "text/texts.h"
 
 namespace orv::platform {
@@ -43,7 +44,8 @@ void ReportPlainly(MessageBoxes& boxes, const HandlerName& handler, std::int32_t
         text.Append(part);
     text.Append(number);
     text.Append(L": ");
-    text.Append(description);
+    std::array<wchar_t, text::kLongestExcerpt> excerpt;
+    text.Append({excerpt.data(), text::ExcerptInto(description, excerpt)});
     std::array<wchar_t, 64> title{};
     text::LoadInto(text::Id::AddOnTitle, title.data(), title.size());
     boxes.ShowPlain(text.Text(), title.data());
@@ -52,7 +54,8 @@ void ReportPlainly(MessageBoxes& boxes, const HandlerName& handler, std::int32_t
 MessageBox ErrorBox(const HandlerName& handler, std::int32_t number, std::wstring_view description) {
     MessageBox box;
     box.text.append(handler.owner).append(handler.prefix).append(handler.stem).append(handler.event);
-    box.text.append(L"\n").append(std::to_wstring(number)).append(L": ").append(description);
+    box.text.append(L"\n").append(std::to_wstring(number)).append(L": ");
+    text::AppendExcerpt(box.text, description);
     box.title = text::Load(text::Id::AddOnTitle);
     box.icon = Icon::Critical;
     return box;

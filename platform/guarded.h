@@ -32,8 +32,8 @@ struct HandlerName {
     Piece event;
 };
 
-/// Title "Output Format Addon", text: handler, line break, number, ": ", description. Needs no memory: where there is
-/// none the text is cut to what a fixed buffer holds.
+/// Title "Output Format Addon", text: handler, line break, number, ": ", an excerpt of the description. Needs no
+/// memory: where there is none the text is cut to what a fixed buffer holds.
 void ReportError(MessageBoxes& boxes, const HandlerName& handler, std::int32_t number,
                  std::wstring_view description) noexcept;
 

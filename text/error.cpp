@@ -34,7 +34,7 @@ std::wstring DescriptionOf(std::int32_t number) {
 Error::Error(std::int32_t number, std::wstring description)
     : number_(number), description_(std::move(description)), narrow_("error " + std::to_string(number) + ": ") {
     for (wchar_t c : description_)
-        narrow_ += c < 128 ? static_cast<char>(c) : '?';
+        narrow_ += c >= L' ' && c < 127 ? static_cast<char>(c) : '?';
 }
 
 Error::Error(std::int32_t number) : Error(number, DescriptionOf(number)) {}

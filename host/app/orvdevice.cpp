@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -83,18 +84,18 @@ int Ask(const std::vector<std::string>& words) {
     const std::size_t colon = words[0].rfind(':');
     std::uint16_t port = 0;
     if (colon == std::string::npos || !CLI::detail::lexical_cast(words[0].substr(colon + 1), port))
-        return Complain("--ask wants HOST:PORT, not " + words[0]);
+        return Complain("--ask wants HOST:PORT, not " + Excerpt(words[0]));
     std::vector<Question> questions;
     for (std::size_t i = 1; i < words.size(); ++i) {
         const auto question = ParseQuestion(words[i]);
         if (!question)
-            return Complain("--ask wants NUMBER or NUMBER:ELEMENT, not " + words[i]);
+            return Complain("--ask wants NUMBER or NUMBER:ELEMENT, not " + Excerpt(words[i]));
         questions.push_back(*question);
     }
     try {
         std::string lines;
         for (const std::string& answer : AskDevice(words[0].substr(0, colon), port, questions))
-            lines += answer + '\n';
+            lines += Printable(answer) + '\n';
         Print(lines);
     } catch (const AskError& error) {
         return Complain(error.what());
@@ -114,7 +115,7 @@ std::string PlanFaults(const Options& options, FaultPlan& plan) {
     for (const std::string& text : options.failSet) {
         const auto fault = ParseSetFault(text);
         if (!fault)
-            return "--fail-set wants ENTRY:CODE or ENTRY:CODE:TIMES, not " + text;
+            return "--fail-set wants ENTRY:CODE or ENTRY:CODE:TIMES, not " + Excerpt(text);
         plan.sets.push_back(*fault);
     }
     return {};
@@ -138,8 +139,8 @@ int Serve(const Options& options) {
     const SystemDescription system = LoadDescription(std::filesystem::u8path(options.file));
     const DeviceDescription* found = system.Find(options.cluster, options.device);
     if (!found)
-        return Complain(options.file + ": there is no device " + std::to_string(options.device) + " in cluster " +
-                        std::to_string(options.cluster));
+        return Complain(Excerpt(options.file) + ": there is no device " + std::to_string(options.device) +
+                        " in cluster " + std::to_string(options.cluster));
     const auto device = std::make_shared<SimDevice>(*found, plan);
     DeviceServer server(device, options.port);
     server.StopOnSignals();
@@ -162,13 +163,18 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kUsageError;
+        return error.get_exit_code() == 0 ? app.exit(error)
+                                          : Complain(Excerpt(error.what()) + "; orvdevice --help tells more");
     }
     if (options.ask.empty() && options.file.empty())
         return Complain("a device description file is wanted");
     try {
         return options.ask.empty() ? Serve(options) : Ask(options.ask);
-    } catch (const std::exception& error) {
+    } catch (const FileError& error) {
         return Complain(error.what());
+    } catch (const std::bad_alloc&) {
+        return Complain(Excerpt(options.file) + ": there is not enough memory for it");
+    } catch (const std::exception& error) {
+        return Complain(Excerpt(error.what()));
     }
 }

@@ -30,10 +30,10 @@ class Conversation {
         asio::error_code bad;
         const asio::ip::address address = asio::ip::make_address(host == "localhost" ? "127.0.0.1" : host, bad);
         if (bad)
-            throw AskError(host + " is not a numeric address");
+            throw AskError(Excerpt(host) + " is not a numeric address");
         asio::error_code failed = asio::error::would_block;
         socket_.async_connect({address, port}, [&](asio::error_code result) { failed = result; });
-        Finish(failed, "no device answers at " + host + ":" + std::to_string(port));
+        Finish(failed, "no device answers at " + Excerpt(host) + ":" + std::to_string(port));
     }
 
     void Send(const std::string& text) {
@@ -105,7 +105,7 @@ std::vector<std::string> AskDevice(const std::string& host, std::uint16_t port, 
         const ProtocolLine line = device.Receive();
         if (line.verb != "VALUE" || line.fields.size() != 2)
             throw AskError("parameter " + std::to_string(question.number) + ":" + std::to_string(question.element) +
-                           ": " + (line.fields.empty() ? line.verb : ToUtf8(line.fields.back())));
+                           ": " + Excerpt(line.fields.empty() ? line.verb : ToUtf8(line.fields.back())));
         answers.push_back(ToUtf8(line.fields[1]));
     }
     device.Send(FormatLine("BYE", {}));

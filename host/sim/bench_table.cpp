@@ -4,14 +4,6 @@
 namespace orv::sim {
 namespace {
 
-/// A handle names an element: position of the parameter from 1 above the element's 15 bits.
-constexpr int kElementBits = 15;
-constexpr std::int32_t kElementMask = (1 << kElementBits) - 1;
-
-device::EntryHandle HandleOf(ElementAddress address) {
-    return static_cast<device::EntryHandle>((address.parameter + 1) << kElementBits) | address.element;
-}
-
 class BenchTable final : public device::ParameterTable {
   public:
     BenchTable(std::shared_ptr<HostCore> core, ParameterStore& store) : core_(std::move(core)), store_(store) {}
@@ -62,15 +54,15 @@ class BenchTable final : public device::ParameterTable {
     device::EntryHandle Visible(const std::optional<ElementAddress>& address, std::int32_t accessLevel) const {
         if (!address || store_.Parameter(*address).level > accessLevel)
             return 0;
-        return HandleOf(*address);
+        return store_.Ordinal(*address) + 1;
     }
 
     /// `element` counts from the element that the handle names.
     ElementAddress Element(device::EntryHandle entry, std::int16_t element) const {
-        const std::int32_t position = entry >> kElementBits;
-        if (position < 1 || static_cast<std::size_t>(position) > store_.Contents().parameters.size())
+        if (entry < 1)
             throw Error(error_number::kInvalidArgument);
-        const ElementAddress address{static_cast<std::size_t>(position - 1), (entry & kElementMask) + element};
+        ElementAddress address = store_.At(entry - 1);
+        address.element += element;
         if (address.element < 0 || address.element >= store_.Parameter(address).details.elementCount)
             throw Error(error_number::kSubscript);
         return address;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/sim/utf8.h"
 #include "text/bytes.h"
 
 namespace orv::sim {
@@ -36,10 +37,7 @@ bool operator==(const SystemDescription& a, const SystemDescription& b) {
 }
 
 FileError::FileError(std::string_view file, std::string_view pointer, std::string_view reason)
-    : line_(std::string(file) + ": " + std::string(pointer.empty() ? "/" : pointer) + ": " + std::string(reason)) {
-    std::replace(line_.begin(), line_.end(), '\n', ' ');
-    std::replace(line_.begin(), line_.end(), '\r', ' ');
-}
+    : line_(Excerpt(file) + ": " + (pointer.empty() ? "/" : Excerpt(pointer)) + ": " + std::string(reason)) {}
 
 std::wstring FormatValue(const device::Value& value) {
     if (const auto* bytes = std::get_if<Bytes>(&value))

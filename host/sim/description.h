@@ -54,6 +54,7 @@ bool operator==(const SystemDescription& a, const SystemDescription& b);
 /// A description file that cannot be used. what() is one line of UTF-8: file, JSON pointer, reason.
 class FileError : public std::exception {
   public:
+    /// Shows excerpts of `file` and `pointer`. In `reason` the caller does that where something comes from the file.
     FileError(std::string_view file, std::string_view pointer, std::string_view reason);
     const char* what() const noexcept override { return line_.c_str(); }
 
@@ -61,7 +62,8 @@ class FileError : public std::exception {
     std::string line_;
 };
 
-/// Raises FileError: file missing, not JSON, against the schema, a parameter twice, a value that its type cannot hold.
+/// Raises FileError: file missing, larger than 64 MB, not JSON, nested too deep, against the schema, a parameter twice,
+/// a value that its type cannot hold.
 SystemDescription LoadDescription(const std::filesystem::path& file);
 
 /// The same for a text already read; `name` stands for the file in messages.

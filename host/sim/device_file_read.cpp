@@ -1,18 +1,14 @@
-#include <fstream>
-#include <iterator>
-#include <memory>
+// Description files: from text to what the programs work on.
 #include <set>
-#include <system_error>
+#include <unordered_set>
+#include <utility>
 
 #include <nlohmann/json.hpp>
-#include <valijson/adapters/nlohmann_json_adapter.hpp>
-#include <valijson/schema.hpp>
-#include <valijson/schema_parser.hpp>
-#include <valijson/validation_results.hpp>
-#include <valijson/validator.hpp>
 
+#include "host/sim/bounded_file.h"
 #include "host/sim/description.h"
-#include "host/sim/device_file_schema.h"
+#include "host/sim/description_parts.h"
+#include "host/sim/description_schema.h"
 #include "host/sim/utf8.h"
 #include "text/bytes.h"
 
@@ -20,96 +16,83 @@ namespace orv::sim {
 namespace {
 
 using nlohmann::json;
-using valijson::adapters::NlohmannJsonAdapter;
 
-/// The context of a validation error comes as "<root>", "[devices]", "[0]", ...
-std::string Pointer(const std::vector<std::string>& context) {
-    std::string pointer;
-    for (const std::string& part : context)
-        if (part.size() > 2 && part.front() == '[')
-            pointer += "/" + part.substr(1, part.size() - 2);
-    return pointer;
-}
-
-const valijson::Schema& FileSchema() {
-    static const std::unique_ptr<const valijson::Schema> schema = [] {
-        auto made = std::make_unique<valijson::Schema>();
-        const json text = json::parse(kDeviceFileSchema);
-        valijson::SchemaParser().populateSchema(NlohmannJsonAdapter(text), *made);
-        return made;
-    }();
-    return *schema;
-}
-
-/// Turns a checked document into a description. Keeps the place, so that a message can name it.
-class Reader {
+/// Turns the checked parts of a file into a description. Keeps the place, so that a message can name it.
+class Reader : public PartListener {
   public:
     explicit Reader(std::string_view name) : name_(name) {}
 
-    json Parse(std::string_view text) const {
-        try {
-            return json::parse(text);
-        } catch (const json::exception& error) {
-            throw FileError(name_, "", std::string("not JSON: ") + error.what());
-        }
+    void Begin(Part list) override {
+        if (list == Part::Clusters)
+            system_.clusters.clear();
+        else if (list == Part::Devices)
+            system_.devices.clear();
+        else if (list == Part::Parameters)
+            parameters_.clear();
+        else
+            choices_.clear();
     }
 
-    void CheckSchema(const json& document) const {
-        valijson::ValidationResults results;
-        valijson::Validator validator;
-        if (validator.validate(FileSchema(), NlohmannJsonAdapter(document), &results))
-            return;
-        // The innermost place is the one that the writer of the file has to mend.
-        valijson::ValidationResults::Error worst;
-        for (const auto& error : results)
-            if (error.context.size() > worst.context.size())
-                worst = error;
-        throw FileError(name_, Pointer(worst.context), worst.description);
+    void Take(Part part, const json& value, const std::string& place) override {
+        RequireSchema(part, value, name_, place);
+        if (part == Part::Cluster)
+            TakeCluster(value, place);
+        else if (part == Part::Device)
+            TakeDevice(value, place);
+        else if (part == Part::Parameter)
+            parameters_.push_back(Parameter(value, place));
+        else
+            choices_.push_back({value["value"], Text(value["label"])});
     }
 
-    SystemDescription System(const json& document) const {
-        SystemDescription system;
-        system.accessLevel = document["accessLevel"];
+    SystemDescription Finish(const json& document) {
+        RequireSchema(Part::System, document, name_, "");
+        system_.accessLevel = document["accessLevel"];
         std::set<std::int16_t> clusters;
-        for (const json& entry : document["clusters"]) {
-            const std::string place = "/clusters/" + std::to_string(system.clusters.size());
-            system.clusters.push_back({entry["index"], Text(entry["description"])});
-            if (!clusters.insert(system.clusters.back().index).second)
-                throw FileError(name_, place + "/index", "this cluster stands in the file twice");
-        }
-        for (const json& entry : document["devices"]) {
-            const std::string place = "/devices/" + std::to_string(system.devices.size());
-            DeviceDescription device = Device(entry, place);
-            if (system.Find(device.cluster, device.device))
-                throw FileError(name_, place + "/device", "this device stands in the file twice");
-            if (!clusters.contains(device.cluster))
-                throw FileError(name_, place + "/cluster", "there is no such cluster");
-            system.devices.push_back(std::move(device));
-        }
-        return system;
+        for (const ClusterDescription& cluster : system_.clusters)
+            clusters.insert(cluster.index);
+        for (std::size_t i = 0; i < system_.devices.size(); ++i)
+            if (!clusters.contains(system_.devices[i].cluster))
+                throw FileError(name_, "/devices/" + std::to_string(i) + "/cluster", "there is no such cluster");
+        return std::move(system_);
     }
 
   private:
     static std::wstring Text(const json& entry) { return FromUtf8(entry.get_ref<const std::string&>()); }
 
-    DeviceDescription Device(const json& entry, const std::string& place) const {
+    void TakeCluster(const json& entry, const std::string& place) {
+        const std::int16_t index = entry["index"];
+        for (const ClusterDescription& other : system_.clusters)
+            if (other.index == index)
+                throw FileError(name_, place + "/index", "this cluster stands in the file twice");
+        system_.clusters.push_back({index, Text(entry["description"])});
+    }
+
+    void TakeDevice(const json& entry, const std::string& place) {
         DeviceDescription device;
         device.cluster = entry["cluster"];
         device.device = entry["device"];
         device.description = Text(entry["description"]);
-        std::set<std::int32_t> numbers;
-        std::set<std::wstring> paths;
-        for (const json& one : entry["parameters"]) {
-            const std::string at = place + "/parameters/" + std::to_string(device.parameters.size());
-            ParameterDescription parameter = Parameter(one, at);
+        device.parameters = std::exchange(parameters_, {});
+        RequireUnique(device.parameters, place);
+        if (system_.Find(device.cluster, device.device))
+            throw FileError(name_, place + "/device", "this device stands in the file twice");
+        system_.devices.push_back(std::move(device));
+    }
+
+    void RequireUnique(const std::vector<ParameterDescription>& parameters, const std::string& place) const {
+        std::unordered_set<std::int32_t> numbers;
+        std::unordered_set<std::wstring_view> paths;
+        for (std::size_t i = 0; i < parameters.size(); ++i) {
+            const std::string at = place + "/parameters/" + std::to_string(i);
+            const ParameterDescription& parameter = parameters[i];
             if (!numbers.insert(parameter.number).second)
                 throw FileError(name_, at + "/number",
                                 "parameter " + std::to_string(parameter.number) + " stands in the file twice");
             if (!paths.insert(parameter.path).second)
-                throw FileError(name_, at + "/path", "path " + ToUtf8(parameter.path) + " stands in the file twice");
-            device.parameters.push_back(std::move(parameter));
+                throw FileError(name_, at + "/path",
+                                "path " + Excerpt(ToUtf8(parameter.path)) + " stands in the file twice");
         }
-        return device;
     }
 
     /// Checked here and not by a pattern of the schema: the library's pattern matching needs stack for each character.
@@ -129,7 +112,7 @@ class Reader {
                                  : WireType::ByteArray;
     }
 
-    ParameterDescription Parameter(const json& entry, const std::string& place) const {
+    ParameterDescription Parameter(const json& entry, const std::string& place) {
         ParameterDescription parameter;
         parameter.number = entry["number"];
         parameter.path = Path(entry["path"], place);
@@ -141,18 +124,17 @@ class Reader {
             throw FileError(name_, place + "/values",
                             std::to_string(values.size()) + " values for " +
                                 std::to_string(parameter.details.elementCount) + " elements");
+        parameter.values.reserve(values.size());
         for (const json& value : values)
             parameter.values.push_back(
                 Value(value, parameter.type, place + "/values/" + std::to_string(parameter.values.size())));
         return parameter;
     }
 
-    device::Description Details(const json& entry, const std::string& place) const {
+    device::Description Details(const json& entry, const std::string& place) {
         device::Description details;
         details.elementCount = entry["elementCount"];
-        if (entry.contains("enumeration"))
-            for (const json& choice : entry["enumeration"])
-                details.choices.push_back({choice["value"], Text(choice["label"])});
+        details.choices = std::exchange(choices_, {});
         details.hasRange = entry.contains("minimum");
         if (details.hasRange) {
             details.minimum = entry["minimum"];
@@ -193,29 +175,21 @@ class Reader {
     }
 
     std::string name_;
+    SystemDescription system_;
+    std::vector<ParameterDescription> parameters_; ///< of the device that is being read
+    std::vector<device::Choice> choices_;          ///< of the parameter that is being read
 };
 
 } // namespace
 
 SystemDescription ParseDescription(std::string_view text, std::string_view name) {
-    const Reader reader(name);
-    const json document = reader.Parse(text);
-    reader.CheckSchema(document);
-    return reader.System(document);
+    Reader reader(name);
+    const json document = ReadParts(text, name, reader);
+    return reader.Finish(document);
 }
 
 SystemDescription LoadDescription(const std::filesystem::path& file) {
-    // The wide form would depend on the locale outside Windows.
-    const std::u8string utf8 = file.u8string();
-    const std::string name(utf8.begin(), utf8.end());
-    std::error_code failed;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream || std::filesystem::is_directory(file, failed))
-        throw FileError(name, "", "the file cannot be read");
-    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    if (stream.bad())
-        throw FileError(name, "", "the file cannot be read");
-    return ParseDescription(text, name);
+    return ParseDescription(ReadFile(file), NameOf(file));
 }
 
 } // namespace orv::sim

@@ -1,5 +1,8 @@
 #include "host/sim/parameter_store.h"
 
+#include <algorithm>
+#include <numeric>
+
 #include "text/error.h"
 
 namespace orv::sim {
@@ -20,18 +23,33 @@ std::optional<std::int32_t> ParseElement(std::wstring_view digits) {
 
 } // namespace
 
-ParameterStore::ParameterStore(DeviceDescription description) : description_(std::move(description)) {
-    for (std::size_t i = 0; i < description_.parameters.size(); ++i) {
-        numbers_.emplace(description_.parameters[i].number, i);
-        paths_.emplace(description_.parameters[i].path, i);
+ParameterStore::ParameterStore(DeviceDescription description)
+    : description_(std::move(description)), byNumber_(description_.parameters.size()) {
+    const auto& parameters = description_.parameters;
+    std::iota(byNumber_.begin(), byNumber_.end(), 0U);
+    byPath_ = byNumber_;
+    std::ranges::stable_sort(byNumber_, {}, [&](std::uint32_t i) { return parameters[i].number; });
+    std::ranges::stable_sort(byPath_, {}, [&](std::uint32_t i) { return std::wstring_view(parameters[i].path); });
+    begins_.reserve(parameters.size());
+    for (const ParameterDescription& parameter : parameters) {
+        begins_.push_back(elements_);
+        elements_ += parameter.details.elementCount;
     }
 }
 
+ElementAddress ParameterStore::At(std::int32_t ordinal) const {
+    if (ordinal < 0 || ordinal >= elements_)
+        throw Error(error_number::kInvalidArgument);
+    const auto next = std::upper_bound(begins_.begin(), begins_.end(), ordinal);
+    return {static_cast<std::size_t>(next - begins_.begin()) - 1, ordinal - *(next - 1)};
+}
+
 std::optional<ElementAddress> ParameterStore::FindNumber(std::int32_t number) const {
-    const auto found = numbers_.find(number);
-    if (found == numbers_.end())
+    const auto numberOf = [this](std::uint32_t i) { return description_.parameters[i].number; };
+    const auto found = std::ranges::lower_bound(byNumber_, number, {}, numberOf);
+    if (found == byNumber_.end() || numberOf(*found) != number)
         return {};
-    return ElementAddress{found->second, 0};
+    return ElementAddress{*found, 0};
 }
 
 std::optional<ElementAddress> ParameterStore::FindName(std::wstring_view name) const {
@@ -46,10 +64,12 @@ std::optional<ElementAddress> ParameterStore::FindName(std::wstring_view name) c
         element = *parsed;
         name = name.substr(0, bracket);
     }
-    const auto found = paths_.find(std::wstring(name));
-    if (found == paths_.end() || element >= description_.parameters[found->second].details.elementCount)
+    const auto pathOf = [this](std::uint32_t i) { return std::wstring_view(description_.parameters[i].path); };
+    const auto found = std::ranges::lower_bound(byPath_, name, {}, pathOf);
+    if (found == byPath_.end() || pathOf(*found) != name ||
+        element >= description_.parameters[*found].details.elementCount)
         return {};
-    return ElementAddress{found->second, element};
+    return ElementAddress{*found, element};
 }
 
 std::wstring ParameterStore::Name(ElementAddress address) const {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "host/sim/description.h"
 
@@ -20,6 +20,10 @@ struct ElementAddress {
 class ParameterStore {
   public:
     explicit ParameterStore(DeviceDescription description);
+
+    /// One number for each element of the device, from 0. Raises 5 for a number that is none.
+    std::int32_t Ordinal(ElementAddress address) const { return begins_[address.parameter] + address.element; }
+    ElementAddress At(std::int32_t ordinal) const;
 
     std::optional<ElementAddress> FindNumber(std::int32_t number) const;
     /// `name` is a path or path + "[" + element + "]". Nothing for an unknown path and an element past the end.
@@ -44,8 +48,11 @@ class ParameterStore {
     ElementAddress Require(std::int32_t number, std::int32_t element) const;
 
     DeviceDescription description_;
-    std::unordered_map<std::int32_t, std::size_t> numbers_;
-    std::unordered_map<std::wstring, std::size_t> paths_;
+    // Positions in the description. Half of a map's memory, which counts where a file has hundreds of thousands.
+    std::vector<std::uint32_t> byNumber_;
+    std::vector<std::uint32_t> byPath_;
+    std::vector<std::int32_t> begins_; ///< ordinal of each parameter's first element
+    std::int32_t elements_ = 0;
 };
 
 } // namespace orv::sim

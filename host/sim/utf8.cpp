@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "text/excerpt.h"
+
 namespace orv::sim {
 namespace {
 
@@ -101,6 +103,18 @@ bool IsUtf8(std::string_view bytes) {
     for (std::size_t at = 0; at < bytes.size() && ok;)
         NextUtf8(bytes, at, ok);
     return ok;
+}
+
+std::string Excerpt(std::string_view bytes) {
+    // So many bytes are more characters than are shown; a text of megabytes is not converted for its first lines.
+    constexpr std::size_t kEnough = 8 * text::kLongestExcerpt;
+    if (bytes.size() > kEnough)
+        bytes = bytes.substr(0, kEnough);
+    return ToUtf8(text::Excerpt(FromUtf8(bytes)));
+}
+
+std::string Printable(std::string_view bytes) {
+    return ToUtf8(text::Printable(FromUtf8(bytes)));
 }
 
 } // namespace orv::sim

@@ -13,4 +13,8 @@ std::wstring FromUtf8(std::string_view bytes);
 
 bool IsUtf8(std::string_view bytes);
 
+/// text::Excerpt and text::Printable of UTF-8.
+std::string Excerpt(std::string_view bytes);
+std::string Printable(std::string_view bytes);
+
 } // namespace orv::sim

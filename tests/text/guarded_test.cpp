@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "platform/guarded.h"
+#include "text/excerpt.h"
 
 namespace orv::platform {
 namespace {
@@ -63,7 +64,7 @@ TEST(Guarded, SaysWithoutMemoryWhatItCan) {
     EXPECT_EQ(boxes.plain[0].text, L"A.b\n7: Out of memory");
     EXPECT_EQ(boxes.plain[0].title, L"Output Format Addon");
     EXPECT_EQ(boxes.plain[1].text, L"A.b\n" + std::to_wstring(5) + L": " + Error(5).Description());
-    EXPECT_EQ(boxes.plain[2].text, L"A.b\n-1: " + std::wstring(511 - 8, L'x')) << "cut to what the buffer holds";
+    EXPECT_EQ(boxes.plain[2].text, L"A.b\n-1: " + std::wstring(text::kLongestExcerpt - 3, L'x') + L"...");
     boxes.canShowPlain = false;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
     EXPECT_EQ(boxes.beeps, 1);

@@ -6,6 +6,7 @@
 #include "host/app/orvhost/control_driver.h"
 #include "host/app/orvhost/transcript.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::host {
 namespace {
@@ -33,6 +34,11 @@ void EditGotFocus(device::WindowHandle edit) {
     SendMessageW(reinterpret_cast<HWND>(edit), EM_SETSEL, 0, -1);
 }
 
+/// What the device sent is foreign; the rest of the traffic is the host's own.
+std::wstring Shown(std::wstring_view traffic) {
+    return traffic.starts_with(L'<') ? text::Excerpt(traffic) : text::Printable(traffic);
+}
+
 } // namespace
 
 HostApp::HostApp(Options options)
@@ -42,7 +48,8 @@ HostApp::HostApp(Options options)
         throw std::runtime_error(sim::ToUtf8(options_.file.wstring()) + ": no device " +
                                  std::to_string(target_.device) + " in cluster " + std::to_string(target_.cluster));
     window_ = std::make_unique<MainWindow>(*this, options_.width, options_.height);
-    debug_ = std::make_unique<DebugLines>([this](const std::wstring& line) { Log(LogSource::Debug, line); });
+    debug_ = std::make_unique<DebugLines>(
+        [this](const std::wstring& line) { Log(LogSource::Debug, text::Printable(line)); });
     pump_.SetFilter([this](MSG& message) { return Filter(message); });
     if (workspace)
         Adopt(std::move(workspace));
@@ -54,7 +61,7 @@ HostApp::~HostApp() {
 
 std::unique_ptr<Workspace> HostApp::Load(const std::filesystem::path& file) {
     return std::make_unique<Workspace>(options_, file, pump_,
-                                       [this](std::wstring_view line) { Log(LogSource::Device, std::wstring(line)); });
+                                       [this](std::wstring_view line) { Log(LogSource::Device, Shown(line)); });
 }
 
 void HostApp::Adopt(std::unique_ptr<Workspace> workspace) {

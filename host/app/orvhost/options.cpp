@@ -155,11 +155,13 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& outcome) {
-        std::ostringstream out;
-        std::ostringstream complaint;
-        app.exit(outcome, out, complaint);
-        options.message = out.str() + complaint.str();
         options.status = outcome.get_exit_code() == 0 ? 0 : 2;
+        std::ostringstream out;
+        if (*options.status == 0)
+            app.exit(outcome, out);
+        else
+            out << sim::Excerpt(outcome.what()) << "; orvhost --help tells more";
+        options.message = out.str();
     }
     return options;
 }

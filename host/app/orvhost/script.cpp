@@ -236,7 +236,7 @@ ScriptCommand ParseLine(std::wstring_view source) {
 } // namespace
 
 ScriptError::ScriptError(int line, std::string_view reason)
-    : std::runtime_error("line " + std::to_string(line) + ": " + std::string(reason)) {}
+    : std::runtime_error("line " + std::to_string(line) + ": " + sim::Excerpt(reason)) {}
 
 std::wstring ExpandTokens(std::wstring_view text) {
     std::wstring expanded;

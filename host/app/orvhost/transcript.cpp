@@ -4,6 +4,7 @@
 
 #include "host/app/orvhost/system.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::host {
 namespace {
@@ -20,6 +21,7 @@ void Write(DWORD stream, std::string_view bytes) {
 } // namespace
 
 void Transcript::Line(std::wstring_view line) {
+    // Own line breaks come from boxes; what else controls a terminal came from outside.
     std::wstring flat;
     for (const wchar_t c : line) {
         if (c == L'\n')
@@ -27,7 +29,7 @@ void Transcript::Line(std::wstring_view line) {
         else if (c != L'\r')
             flat += c;
     }
-    Write(STD_OUTPUT_HANDLE, sim::ToUtf8(flat) + "\n");
+    Write(STD_OUTPUT_HANDLE, sim::ToUtf8(text::Printable(flat)) + "\n");
 }
 
 void Transcript::Complain(std::string_view utf8) {
