@@ -45,9 +45,13 @@ HRESULT EventSink::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
     return DISP_E_BADINDEX;
 }
 
-HRESULT EventSink::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+HRESULT EventSink::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    if (id != IID_NULL)
+        return DISP_E_UNKNOWNINTERFACE;
     if (!names || !ids)
         return E_POINTER;
+    if (count == 0)
+        return E_INVALIDARG;
     HRESULT result = S_OK;
     for (UINT i = 0; i < count; ++i) {
         ids[i] = DISPID_UNKNOWN;
@@ -60,13 +64,17 @@ HRESULT EventSink::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISP
     return result;
 }
 
-HRESULT EventSink::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+HRESULT EventSink::Invoke(DISPID member, REFIID id, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                           UINT* wrong) {
+    if (id != IID_NULL)
+        return DISP_E_UNKNOWNINTERFACE;
     if (!parameters)
         return E_POINTER;
     if (!(flags & DISPATCH_METHOD) || member < 1 || member > 3)
         return DISP_E_MEMBERNOTFOUND;
-    if (parameters->cArgs != (member == 1 ? 0u : 1u) || parameters->cNamedArgs != 0)
+    if (parameters->cNamedArgs != 0)
+        return DISP_E_NONAMEDARGS;
+    if (parameters->cArgs != (member == 1 ? 0u : 1u))
         return DISP_E_BADPARAMCOUNT;
     if (member == 1)
         return Connected();

@@ -5,23 +5,10 @@
 #include "addon/com/control.h"
 #include "addon/com/host_adapters.h"
 #include "addon/com/picture.h"
+#include "platform/win32/late_call.h"
 #include "text/version.h"
 
 namespace orv::addon::com {
-namespace {
-
-// A caller with a single-precision variable of its own comes as a reference to it.
-void Fill(VARIANT& target, float number) {
-    if (target.vt == (VT_BYREF | VT_R4) && target.pfltVal) {
-        *target.pfltVal = number;
-        return;
-    }
-    VariantClear(&target);
-    target.vt = VT_R4;
-    target.fltVal = number;
-}
-
-} // namespace
 
 ITypeInfo& HostFaces::Info() {
     if (!info_)
@@ -46,18 +33,18 @@ HRESULT HostFaces::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
         info);
 }
 
-HRESULT HostFaces::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    return Answer([&] { return Info().GetIDsOfNames(names, count, ids); }, names, ids);
+HRESULT HostFaces::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    return Answer([&] { return platform::win32::NamesLate(Info(), id, names, count, ids); }, names, ids);
 }
 
 // The members have the same ids in every interface, so that the default one can answer for all.
-HRESULT HostFaces::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+HRESULT HostFaces::Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                           EXCEPINFO* failure, UINT* argument) {
     return Answer(
         [&] {
             SetErrorInfo(0, nullptr);
-            return Info().Invoke(static_cast<IAddOnControl*>(this), member, flags, parameters, result, failure,
-                                 argument);
+            return platform::win32::InvokeLate(Info(), static_cast<IAddOnControl*>(this),
+                                               {member, id, locale, flags, parameters, result, failure, argument});
         },
         parameters);
 }
@@ -159,8 +146,17 @@ HRESULT HostFaces::GetMinSize(FLOAT* width, FLOAT* height) {
 HRESULT HostFaces::GetMinSize(VARIANT* width, VARIANT* height) {
     return Answer(
         [&] {
-            Fill(*width, -1.0f);
-            Fill(*height, -1.0f);
+            Variant none, first, second;
+            none.Get().vt = VT_R4;
+            none.Get().fltVal = -1.0f;
+            HRESULT fits = platform::win32::Prepare(*width, none.Get(), first.Get());
+            if (SUCCEEDED(fits))
+                fits = platform::win32::Prepare(*height, none.Get(), second.Get());
+            if (FAILED(fits))
+                return fits;
+            platform::win32::Store(*width, first.Get());
+            platform::win32::Store(*height, second.Get());
+            return S_OK;
         },
         width, height);
 }

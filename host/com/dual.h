@@ -5,6 +5,7 @@
 #include "host/com/failure.h"
 #include "host/com/owned.h"
 #include "host/com/type_library.h"
+#include "platform/win32/late_call.h"
 
 namespace orv::host {
 
@@ -53,18 +54,20 @@ class Dual : public Interface, public ISupportErrorInfo {
             return DISP_E_BADINDEX;
         return Answer(__uuidof(Interface), [&] { *info = DescriptionOf(__uuidof(Interface)).Detach(); });
     }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         HRESULT found = E_FAIL;
-        const HRESULT loaded = Answer(
-            __uuidof(Interface), [&] { found = DescriptionOf(__uuidof(Interface))->GetIDsOfNames(names, count, ids); });
+        const HRESULT loaded = Answer(__uuidof(Interface), [&] {
+            found = platform::win32::NamesLate(*DescriptionOf(__uuidof(Interface)).Get(), reserved, names, count, ids);
+        });
         return FAILED(loaded) ? loaded : found;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* wrong) override {
         HRESULT called = E_FAIL;
         const HRESULT loaded = Answer(__uuidof(Interface), [&] {
-            called = DescriptionOf(__uuidof(Interface))
-                         ->Invoke(static_cast<Interface*>(this), id, flags, arguments, result, exception, wrong);
+            const auto description = DescriptionOf(__uuidof(Interface));
+            called = platform::win32::InvokeLate(*description.Get(), static_cast<Interface*>(this),
+                                                 {id, reserved, locale, flags, arguments, result, exception, wrong});
         });
         return FAILED(loaded) ? loaded : called;
     }
