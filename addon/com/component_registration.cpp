@@ -2,6 +2,8 @@
 
 #include <OrvOutFormat.h>
 
+#include "addon/com/same_file.h"
+
 namespace orv::addon::com {
 namespace {
 
@@ -14,8 +16,10 @@ constexpr wchar_t kAutomationMarshaler[] = L"{00020424-0000-0000-C000-0000000000
 
 #ifdef _WIN64
 constexpr wchar_t kPlatform[] = L"win64";
+constexpr wchar_t kOtherPlatform[] = L"win32";
 #else
 constexpr wchar_t kPlatform[] = L"win32";
+constexpr wchar_t kOtherPlatform[] = L"win64";
 #endif
 
 std::wstring Text(REFGUID id) {
@@ -33,42 +37,116 @@ std::wstring MiscStatus() {
                            OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST);
 }
 
+/// The keys of one component.
+struct Keys {
+    std::wstring id = Text(CLSID_AddOnControl);
+    std::wstring library = Text(LIBID_OrvOutFormat);
+    std::wstring progId = kProgId;
+    std::wstring progIdOne = progId + L".1";
+    std::wstring cls = L"CLSID\\" + id;
+    std::wstring server = cls + L"\\InprocServer32";
+    std::wstring lib = L"TypeLib\\" + library + L"\\" + kLibraryVersion;
+    std::wstring file = lib + L"\\0\\" + kPlatform;
+    std::wstring otherFile = lib + L"\\0\\" + kOtherPlatform;
+    std::wstring face = L"Interface\\" + Text(IID_IAddOnControl);
+};
+
+using Entries = std::vector<RegistryEntry>;
+
+// The class says the plain ProgID, which is what the component answers when the host asks for it.
+Entries NameEntries(const Keys& keys) {
+    return {{keys.progId, L"", kName},
+            {keys.progId + L"\\CLSID", L"", keys.id},
+            {keys.progId + L"\\CurVer", L"", keys.progIdOne}};
+}
+
+Entries VersionNameEntries(const Keys& keys) {
+    return {{keys.progIdOne, L"", kName}, {keys.progIdOne + L"\\CLSID", L"", keys.id}};
+}
+
+Entries ClassEntries(const Keys& keys, const std::wstring& path) {
+    return {{keys.cls, L"", kName},
+            {keys.cls + L"\\ProgID", L"", keys.progId},
+            {keys.cls + L"\\VersionIndependentProgID", L"", keys.progId},
+            {keys.server, L"", path},
+            {keys.server, L"ThreadingModel", L"Apartment"},
+            {keys.cls + L"\\Control", L"", L""},
+            {keys.cls + L"\\Programmable", L"", L""},
+            {keys.cls + L"\\MiscStatus", L"", L"0"},
+            {keys.cls + L"\\MiscStatus\\1", L"", MiscStatus()},
+            {keys.cls + L"\\TypeLib", L"", keys.library},
+            {keys.cls + L"\\Version", L"", kLibraryVersion}};
+}
+
+Entries LibraryEntries(const Keys& keys, const std::wstring& path) {
+    return {{keys.lib, L"", kName},
+            {keys.lib + L"\\FLAGS", L"", L"2"}, // LIBFLAG_FCONTROL
+            {keys.lib + L"\\HELPDIR", L"", FolderOf(path)}};
+}
+
+/// What goes by the library in the file: the file's own place in it, and the interface that is marshalled with it.
+Entries FileEntries(const Keys& keys, const std::wstring& path) {
+    return {{keys.file, L"", path},
+            {keys.face, L"", L"IAddOnControl"},
+            {keys.face + L"\\ProxyStubClsid32", L"", kAutomationMarshaler},
+            {keys.face + L"\\TypeLib", L"", keys.library},
+            {keys.face + L"\\TypeLib", L"Version", kLibraryVersion}};
+}
+
+void Append(Entries& entries, const Entries& more) {
+    entries.insert(entries.end(), more.begin(), more.end());
+}
+
+bool LeadsTo(HKEY root, const std::wstring& key, const std::wstring& path) {
+    const auto registered = ReadValue(root, key);
+    return registered && SameFile(*registered, path);
+}
+
+bool Says(HKEY root, const std::wstring& key, const std::wstring& id) {
+    const auto registered = ReadValue(root, key);
+    return registered && CompareStringOrdinal(registered->c_str(), -1, id.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+// Names are shared between the word sizes, whose classes are kept apart. A key opened below another one is not looked
+// for in the other view by every system; the place where that view keeps its classes is the same everywhere.
+bool OtherWordSize(HKEY root, const Keys& keys, const std::wstring& path) {
+    const auto another = [&path](const std::optional<std::wstring>& server) {
+        return server && !SameFile(*server, path);
+    };
+    return another(ReadValue(root, keys.server, {}, KEY_WOW64_32KEY)) ||
+           another(ReadValue(root, keys.server, {}, KEY_WOW64_64KEY)) ||
+           another(ReadValue(root, L"Wow6432Node\\" + keys.server));
+}
+
 } // namespace
 
 RegistrationTable ComponentTable(const std::wstring& path) {
-    const std::wstring id = Text(CLSID_AddOnControl);
-    const std::wstring library = Text(LIBID_OrvOutFormat);
-    const std::wstring progId = kProgId;
-    const std::wstring cls = L"CLSID\\" + id;
-    const std::wstring lib = L"TypeLib\\" + library + L"\\" + kLibraryVersion;
-    const std::wstring face = L"Interface\\" + Text(IID_IAddOnControl);
-    // The class says the plain ProgID, which is what the component answers when the host asks for it.
-    return RegistrationTable({
-        {progId, L"", kName},
-        {progId + L"\\CLSID", L"", id},
-        {progId + L"\\CurVer", L"", progId + L".1"},
-        {progId + L".1", L"", kName},
-        {progId + L".1\\CLSID", L"", id},
-        {cls, L"", kName},
-        {cls + L"\\ProgID", L"", progId},
-        {cls + L"\\VersionIndependentProgID", L"", progId},
-        {cls + L"\\InprocServer32", L"", path},
-        {cls + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
-        {cls + L"\\Control", L"", L""},
-        {cls + L"\\Programmable", L"", L""},
-        {cls + L"\\MiscStatus", L"", L"0"},
-        {cls + L"\\MiscStatus\\1", L"", MiscStatus()},
-        {cls + L"\\TypeLib", L"", library},
-        {cls + L"\\Version", L"", kLibraryVersion},
-        {lib, L"", kName},
-        {lib + L"\\FLAGS", L"", L"2"}, // LIBFLAG_FCONTROL
-        {lib + L"\\0\\" + kPlatform, L"", path},
-        {lib + L"\\HELPDIR", L"", FolderOf(path)},
-        {face, L"", L"IAddOnControl"},
-        {face + L"\\ProxyStubClsid32", L"", kAutomationMarshaler},
-        {face + L"\\TypeLib", L"", library},
-        {face + L"\\TypeLib", L"Version", kLibraryVersion},
-    });
+    const Keys keys;
+    Entries entries;
+    for (const Entries& part : {NameEntries(keys), VersionNameEntries(keys), ClassEntries(keys, path),
+                                LibraryEntries(keys, path), FileEntries(keys, path)})
+        Append(entries, part);
+    return RegistrationTable(std::move(entries));
+}
+
+RegistrationTable OwnEntries(const std::wstring& path, HKEY root) {
+    const Keys keys;
+    Entries entries;
+    if (LeadsTo(root, keys.server, path)) {
+        Append(entries, ClassEntries(keys, path));
+        const bool named = !OtherWordSize(root, keys, path);
+        // A later version may have taken the name over for a class of its own.
+        if (named && Says(root, keys.progId + L"\\CLSID", keys.id))
+            Append(entries, NameEntries(keys));
+        if (named && Says(root, keys.progIdOne + L"\\CLSID", keys.id))
+            Append(entries, VersionNameEntries(keys));
+    }
+    if (LeadsTo(root, keys.file, path)) {
+        Append(entries, FileEntries(keys, path));
+        if (!ReadValue(root, keys.otherFile))
+            Append(entries, LibraryEntries(keys, path));
+    }
+    return RegistrationTable(std::move(entries));
 }
 
 ClassesRoots::ClassesRoots() {

@@ -11,6 +11,10 @@ inline constexpr wchar_t kProgId[] = L"OrvOutFormat.AddOnControl";
 /// For a component in the file `path`. Relative to a root of classes.
 RegistrationTable ComponentTable(const std::wstring& path);
 
+/// What of it the file `path` may take away under `root`: what leads to that file and nothing that another copy of the
+/// component goes by.
+RegistrationTable OwnEntries(const std::wstring& path, HKEY root);
+
 /// The classes of the machine and of the user; either may be missing. The keys close with the object.
 class ClassesRoots {
   public:

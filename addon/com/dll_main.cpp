@@ -33,6 +33,7 @@ STDAPI DllRegisterServer() {
 STDAPI DllUnregisterServer() {
     return Guarded([] {
         const ClassesRoots roots;
-        return Unregister(ComponentTable(ModulePath()), roots.View()) == ERROR_SUCCESS ? S_OK : SELFREG_E_CLASS;
+        const auto own = [path = ModulePath()](HKEY root) { return OwnEntries(path, root); };
+        return Unregister(own, roots.View()) == ERROR_SUCCESS ? S_OK : SELFREG_E_CLASS;
     });
 }

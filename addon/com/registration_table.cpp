@@ -1,7 +1,6 @@
 #include "addon/com/registration_table.h"
 
 #include <algorithm>
-#include <optional>
 #include <set>
 
 namespace orv::addon::com {
@@ -17,24 +16,22 @@ OwnedKey Open(HKEY root, const std::wstring& path, REGSAM access, LSTATUS* statu
     return OwnedKey(opened == ERROR_SUCCESS ? key : nullptr);
 }
 
-std::optional<std::wstring> Read(HKEY root, const RegistryEntry& entry) {
-    const OwnedKey key = Open(root, entry.key, KEY_QUERY_VALUE);
-    if (!key)
-        return std::nullopt;
+// Places for the environment in a value are filled in on the way.
+std::optional<std::wstring> Read(HKEY key, const std::wstring& name) {
     DWORD size = 0;
-    if (RegGetValueW(key.Get(), nullptr, entry.name.c_str(), RRF_RT_REG_SZ, nullptr, nullptr, &size) != ERROR_SUCCESS)
+    if (RegGetValueW(key, nullptr, name.c_str(), RRF_RT_REG_SZ, nullptr, nullptr, &size) != ERROR_SUCCESS)
         return std::nullopt;
     std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
     size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    if (RegGetValueW(key.Get(), nullptr, entry.name.c_str(), RRF_RT_REG_SZ, nullptr, text.data(), &size) !=
-        ERROR_SUCCESS)
+    if (RegGetValueW(key, nullptr, name.c_str(), RRF_RT_REG_SZ, nullptr, text.data(), &size) != ERROR_SUCCESS)
         return std::nullopt;
     text.resize(wcslen(text.c_str()));
     return text;
 }
 
 bool Holds(HKEY root, const RegistryEntry& entry) {
-    return Read(root, entry) == entry.value;
+    const OwnedKey key = Open(root, entry.key, KEY_QUERY_VALUE);
+    return key && Read(key.Get(), entry.name) == entry.value;
 }
 
 LSTATUS Write(HKEY root, const RegistryEntry& entry) {
@@ -114,6 +111,11 @@ class Former {
 
 } // namespace
 
+std::optional<std::wstring> ReadValue(HKEY root, const std::wstring& path, const std::wstring& name, REGSAM view) {
+    const OwnedKey key = Open(root, path, KEY_QUERY_VALUE | view);
+    return key ? Read(key.Get(), name) : std::nullopt;
+}
+
 bool RegistrationTable::Applied(HKEY root) const {
     return std::all_of(entries_.begin(), entries_.end(), [root](const RegistryEntry& e) { return Holds(root, e); });
 }
@@ -179,12 +181,12 @@ LSTATUS Register(const RegistrationTable& table, const RegistrationRoots& roots,
     return status;
 }
 
-LSTATUS Unregister(const RegistrationTable& table, const RegistrationRoots& roots) {
+LSTATUS Unregister(const std::function<RegistrationTable(HKEY root)>& own, const RegistrationRoots& roots) {
     LSTATUS first = ERROR_SUCCESS;
     for (const HKEY root : {roots.machine, roots.user}) {
-        if (!root || !table.Present(root))
+        if (!root)
             continue;
-        const LSTATUS status = table.Undo(root);
+        const LSTATUS status = own(root).Undo(root);
         if (first == ERROR_SUCCESS)
             first = status;
     }

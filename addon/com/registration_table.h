@@ -1,5 +1,7 @@
 #pragma once
 // A piece of the registry as data: it can be written, checked and taken back.
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +15,10 @@ struct RegistryEntry {
     std::wstring name;
     std::wstring value;
 };
+
+/// The text value that stands there now, with places for the environment filled in.
+std::optional<std::wstring> ReadValue(HKEY root, const std::wstring& key, const std::wstring& name = {},
+                                      REGSAM view = 0);
 
 class RegistrationTable {
   public:
@@ -44,7 +50,7 @@ struct RegistrationRoots {
 /// Machine-wide, or for the user where the machine's part may not be written. A registration of the user's that would
 /// hide the machine's goes. `scope` says where it ended up.
 LSTATUS Register(const RegistrationTable& table, const RegistrationRoots& roots, Scope& scope);
-/// From both.
-LSTATUS Unregister(const RegistrationTable& table, const RegistrationRoots& roots);
+/// From both, each by itself: `own` says what of the table one may take away under a root.
+LSTATUS Unregister(const std::function<RegistrationTable(HKEY root)>& own, const RegistrationRoots& roots);
 
 } // namespace orv::addon::com

@@ -39,6 +39,7 @@ class Table : public testing::Test {
     ~Table() override { RegDeleteTreeW(HKEY_CURRENT_USER, kPlace); }
     OwnedKey root = Make(HKEY_CURRENT_USER, kPlace);
     const RegistrationTable table = TableFor(L"c:\\here\\x.ocx");
+    const std::function<RegistrationTable(HKEY)> whole = [this](HKEY) { return table; };
 };
 
 TEST_F(Table, AppliesChecksAndUndoes) {
@@ -104,7 +105,7 @@ TEST_F(TwoScopes, TheMachineComesFirstAndNothingOfTheUsersHidesIt) {
     EXPECT_EQ(scope, Scope::Machine);
     EXPECT_TRUE(table.Applied(machine.Get()));
     EXPECT_FALSE(table.Present(user.Get()));
-    EXPECT_EQ(Unregister(table, {machine.Get(), user.Get()}), ERROR_SUCCESS);
+    EXPECT_EQ(Unregister(whole, {machine.Get(), user.Get()}), ERROR_SUCCESS);
     EXPECT_EQ(ChildrenOf(machine.Get()) + ChildrenOf(user.Get()), 0u);
 }
 
@@ -113,7 +114,7 @@ TEST_F(TwoScopes, TheUserServesWhereTheMachineIsBarred) {
     EXPECT_EQ(scope, Scope::User);
     EXPECT_TRUE(table.Applied(user.Get()));
     EXPECT_EQ(ChildrenOf(barred.Get()), 0u);
-    EXPECT_EQ(Unregister(table, {barred.Get(), user.Get()}), ERROR_SUCCESS);
+    EXPECT_EQ(Unregister(whole, {barred.Get(), user.Get()}), ERROR_SUCCESS);
     EXPECT_EQ(ChildrenOf(user.Get()), 0u);
     EXPECT_EQ(Register(table, {nullptr, user.Get()}, scope), ERROR_SUCCESS);
     EXPECT_EQ(scope, Scope::User);
