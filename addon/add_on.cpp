@@ -222,7 +222,9 @@ void AddOn::Save(bool interactive) {
     if (saving_ || terminating_)
         throw platform::WaitAbandoned{};
     const bool toDevice = interactive && !editor_->NoInteractive();
-    if (toDevice && state_.common->onTheWire != nullptr) {
+    // Another control's session would be cut by this one's: the host's service carries one.
+    const device::DeviceState* nobody = nullptr;
+    if (toDevice && !state_.common->onTheWire.compare_exchange_strong(nobody, &state_)) {
         state_.platform.boxes.Beep();
         throw platform::WaitAbandoned{};
     }
@@ -244,11 +246,8 @@ void AddOn::Save(bool interactive) {
 }
 
 void AddOn::SaveSteps(bool toDevice) {
-    // Another control's session would be cut by this one's: the host's service carries one.
-    const Restoring offTheWire(
-        [&wire = state_.common->onTheWire, before = state_.common->onTheWire] { wire = before; });
-    if (toDevice)
-        state_.common->onTheWire = &state_;
+    const device::DeviceState* own = &state_;
+    const Restoring offTheWire([&] { state_.common->onTheWire.compare_exchange_strong(own, nullptr); });
     const Restoring enable([this] { container_.SetEnabled(true); });
     container_.SetEnabled(false);
     const bool saved = state_.root->Save(toDevice);

@@ -8,10 +8,10 @@
 namespace orv::device {
 
 void CallCounter::Increment() {
-    if (count_ == std::numeric_limits<std::int16_t>::max())
-        return;
-    if (++count_ == 2)
-        flag_ = true;
+    std::int16_t count = count_;
+    while (count != std::numeric_limits<std::int16_t>::max() &&
+           !count_.compare_exchange_weak(count, static_cast<std::int16_t>(count + 1))) {
+    }
 }
 
 DeviceState::DeviceState(platform::Services& services, HostFactory& hostFactory, std::shared_ptr<CommonState> shared)

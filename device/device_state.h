@@ -1,6 +1,7 @@
 #pragma once
 // The state of the component, as far as device access knows it. A host makes one control, so there is one; of two at
 // once each has its own, but for what `CommonState` holds.
+#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -11,16 +12,16 @@ namespace orv::device {
 
 class MIBParamCache;
 
-/// Counts shows and look-ups by number. Saturates; the flag is set when the count reaches exactly 2 and stays.
+/// Counts shows and look-ups by number. Saturates; the flag is set when the count reaches exactly 2 and stays. Any
+/// thread.
 class CallCounter {
   public:
     void Increment();
-    bool Flag() const { return flag_; }
+    bool Flag() const { return count_ >= 2; }
     std::int16_t Count() const { return count_; }
 
   private:
-    std::int16_t count_ = 0;
-    bool flag_ = false;
+    std::atomic<std::int16_t> count_ = 0;
 };
 
 /// The device that an operation works on, and the access level it works under.
@@ -33,11 +34,12 @@ struct Target {
 struct DeviceState;
 
 /// One for the process, even with two controls in it: what counts and what fails belongs to no control, and the host's
-/// service carries one session, whoever asks for it. User-interface thread only.
+/// service carries one session, whoever asks for it. A host may have controls on several threads: all of it is atomic.
 struct CommonState {
     CallCounter calls;
-    std::int32_t lastTransportError = 0;    ///< only ever set, never cleared
-    const DeviceState* onTheWire = nullptr; ///< of the control that talks to a device now
+    std::atomic<std::int32_t> lastTransportError = 0; ///< only ever set, never cleared
+    /// Of the control that talks to a device now. Whoever wants to takes it from null and gives it back.
+    std::atomic<const DeviceState*> onTheWire = nullptr;
 };
 
 struct DeviceState {

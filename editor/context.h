@@ -1,5 +1,6 @@
 #pragma once
 // What pages share with the shell.
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -47,6 +48,15 @@ struct Context {
     /// A handler failed since the tree was built: what it changed may not be shown yet.
     mutable bool doubtful = false;
 
+    /// A plain box that opens later, kept where there is room without memory. One is enough: a second failure before
+    /// the first was told has nothing new to say. Each editor has its own, since another's may be on another thread.
+    struct LateBox {
+        std::array<wchar_t, 512> text{};
+        std::array<wchar_t, 64> title{};
+        platform::MessageBoxes* boxes = nullptr; ///< null while nothing waits
+    };
+    mutable LateBox late{};
+
     device::ParameterAccess Access() const { return device::ParameterAccess(state); }
 
     /// Runs an event's handler; a failure is shown under "AddOnControl." and `name`.
@@ -71,7 +81,7 @@ struct Context {
     bool HandleInFocusChange(const platform::HandlerName& name, Action&& action) const {
         const Restoring left([&host = commands] { host.LeaveHandler(); });
         commands.EnterHandler();
-        LaterBoxes boxes(state.platform);
+        LaterBoxes boxes(state.platform, late);
         return Sure(platform::Guarded(boxes, name.Of(kOwner), std::forward<Action>(action)));
     }
 
@@ -91,7 +101,7 @@ struct Context {
 
     class LaterBoxes : public platform::MessageBoxes {
       public:
-        explicit LaterBoxes(platform::Services& services) : services_(services) {}
+        LaterBoxes(platform::Services& services, LateBox& late) : services_(services), late_(late) {}
         platform::Answer Show(const platform::MessageBox& box) override {
             services_.pump.Post([&boxes = services_.boxes, box] { boxes.Show(box); });
             return platform::Answer::Ok;
@@ -102,6 +112,7 @@ struct Context {
 
       private:
         platform::Services& services_;
+        LateBox& late_;
     };
 };
 

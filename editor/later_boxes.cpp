@@ -1,18 +1,10 @@
 // A box that opens later although there is no memory left to remember it with.
 #include <algorithm>
-#include <array>
 
 #include "editor/context.h"
 
 namespace orv::editor {
 namespace {
-
-/// One is enough: a second failure before the first was told has nothing new to say.
-struct Waiting {
-    std::array<wchar_t, 512> text{};
-    std::array<wchar_t, 64> title{};
-    platform::MessageBoxes* boxes = nullptr;
-};
 
 template <std::size_t Size>
 void Keep(std::array<wchar_t, Size>& kept, std::wstring_view text) {
@@ -21,24 +13,23 @@ void Keep(std::array<wchar_t, Size>& kept, std::wstring_view text) {
     kept[text.size()] = 0;
 }
 
-void Tell(Waiting& waiting) {
-    if (platform::MessageBoxes* boxes = std::exchange(waiting.boxes, nullptr))
-        boxes->ShowPlain(waiting.text.data(), waiting.title.data());
+void Tell(Context::LateBox& late) {
+    if (platform::MessageBoxes* boxes = std::exchange(late.boxes, nullptr))
+        boxes->ShowPlain(late.text.data(), late.title.data());
 }
 
 } // namespace
 
 void Context::LaterBoxes::ShowPlain(const wchar_t* text, const wchar_t* title) noexcept {
-    static Waiting waiting;
-    if (waiting.boxes != nullptr)
+    if (late_.boxes != nullptr)
         return;
-    Keep(waiting.text, text);
-    Keep(waiting.title, title);
-    waiting.boxes = &services_.boxes;
+    Keep(late_.text, text);
+    Keep(late_.title, title);
+    late_.boxes = &services_.boxes;
     try {
-        services_.pump.Post([kept = &waiting] { Tell(*kept); });
+        services_.pump.Post([kept = &late_] { Tell(*kept); });
     } catch (...) {
-        waiting.boxes = nullptr;
+        late_.boxes = nullptr;
         services_.boxes.Beep();
     }
 }

@@ -1,12 +1,15 @@
 #include "addon/com/surroundings.h"
 
 #include <memory>
+#include <mutex>
 
 namespace orv::addon::com {
 namespace {
 
 std::shared_ptr<device::CommonState> Common() {
+    static std::mutex lock;
     static std::weak_ptr<device::CommonState> held;
+    const std::lock_guard guard(lock); // controls are made on any thread
     auto common = held.lock();
     if (!common)
         held = common = std::make_shared<device::CommonState>();

@@ -4,6 +4,7 @@
 #include "controls/check_list.h"
 #include "controls/combo_box.h"
 #include "controls/picture_list.h"
+#include "editor/context.h"
 #include "tests/addon/whole_life.h"
 
 namespace orv::addon {
@@ -235,6 +236,20 @@ TEST(TwoComponents, GoInEitherOrderAndTheOtherKeepsWhatWasTyped) {
         EXPECT_TRUE(pair.first.Boxes().empty());
         EXPECT_TRUE(pair.other.platform.boxes.shown.empty());
     }
+}
+
+TEST(TwoComponents, ABoxThatOneNeverShowsKeepsNoneOfTheOthersBack) {
+    sim::PortablePlatform goes;
+    sim::PortablePlatform stays;
+    editor::Context::LateBox lost;
+    editor::Context::LateBox kept;
+    editor::Context::LaterBoxes(goes.services, lost).ShowPlain(L"first", L"title");
+    goes.pump.Close();
+    editor::Context::LaterBoxes(stays.services, kept).ShowPlain(L"second", L"title");
+    stays.pump.ProcessPending();
+    ASSERT_EQ(stays.boxes.shown.size(), 1u);
+    EXPECT_EQ(stays.boxes.shown[0].text, L"second");
+    EXPECT_TRUE(goes.boxes.shown.empty());
 }
 
 TEST(TwoComponents, OneAppliesOrGoesWhileTheOtherWaits) {
