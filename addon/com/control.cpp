@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "addon/com/failure.h"
-#include "addon/com/reaper.h"
 #include "platform/guarded.h"
+#include "platform/win32/procedure_scope.h"
 
 namespace orv::addon::com {
 namespace {
@@ -106,9 +106,12 @@ void Control::LeaveCall() {
     --calls_;
 }
 
+bool Control::Settled() const {
+    return calls_ == 0 && product_->Terminated() && !product_->Busy() && !surroundings_->Waiting();
+}
+
 bool Control::Idle() const {
-    return calls_ == 0 && product_->Terminated() && !product_->Busy() && !surroundings_->Waiting() &&
-           !HostCallScope::Running();
+    return Settled() && !HostCallScope::Running() && !platform::win32::ProcedureScope::Running();
 }
 
 // References that come and go while the control says good-bye to its site do not count any more.
@@ -122,16 +125,19 @@ void Control::LastReferenceGone() {
     Reaper::Dispose(*this);
 }
 
-void Control::Close() {
+bool Control::Close() {
     if (std::exchange(closed_, true))
-        return;
+        return false;
     // Waits are woken and boxes answered before the windows go: their code looks at the product once more.
     product_->Terminate();
     InPlaceDeactivate();
+    return true;
 }
 
+// Also while an activation is only on its way: it belongs to the site that it began with.
 void Control::SetSite(IOleClientSite* site) {
-    if (inPlace_.Active() && site != site_.Client().Get())
+    const ComPtr<IOleClientSite> next(site);
+    if (site != site_.Client().Get())
         InPlaceDeactivate();
     site_.Set(site);
 }
@@ -157,50 +163,52 @@ HRESULT Control::DoVerb(LONG verb) {
     }
 }
 
+// The container is asked and told on the way, and the host runs: what either has taken back meanwhile stays so.
 HRESULT Control::ShowInPlace(bool uiActive) {
-    HRESULT result = inPlace_.Activate();
-    if (FAILED(result))
+    const auto meanwhileHidden = [this, before = hides_] { return hides_ != before; };
+    const HRESULT result = inPlace_.Activate();
+    if (result != S_OK)
         return result;
+    if (meanwhileHidden())
+        return E_ABORT;
     window_->Show(true);
     if (const auto client = site_.Client())
         client->ShowObject();
+    if (meanwhileHidden())
+        return E_ABORT;
     // A host that shows what the product hid itself begins anew; the product showing itself does not.
     if (!switching_ && std::exchange(hiddenByUs_, false))
         shown_ = false;
     if (!switching_ && !std::exchange(shown_, true))
         product_->Show();
-    if (uiActive && inPlace_.Active())
-        result = inPlace_.UIActivate(true);
-    return result;
+    if (meanwhileHidden())
+        return E_ABORT;
+    return uiActive ? inPlace_.UIActivate(true) : S_OK;
+}
+
+void Control::Hidden() {
+    ++hides_;
+    if (!switching_)
+        shown_ = false;
 }
 
 void Control::Hide() {
+    Hidden();
     inPlace_.UIDeactivate();
     window_->Show(false);
-    if (!switching_)
-        shown_ = false;
 }
 
 void Control::InPlaceDeactivate() {
-    UIDeactivate();
+    Hidden();
     inPlace_.Deactivate();
-    if (!switching_)
-        shown_ = false;
-}
-
-void Control::UIDeactivate() {
-    const bool was = inPlace_.UIActive();
-    inPlace_.UIDeactivate();
-    if (was)
-        site_.OnFocus(false);
 }
 
 void Control::FocusArrived() {
     const CallScope call(*this);
     if (!inPlace_.Active() || inPlace_.UIActive())
         return;
-    inPlace_.UIActivate(false);
-    site_.OnFocus(true);
+    if (inPlace_.UIActivate(false) == S_OK)
+        site_.OnFocus(true);
 }
 
 bool Control::PassOn(MSG& message) {

@@ -9,6 +9,7 @@
 #include "addon/com/in_place_faces.h"
 #include "addon/com/module.h"
 #include "addon/com/object_faces.h"
+#include "addon/com/reaper.h"
 #include "addon/com/site.h"
 #include "addon/com/surroundings.h"
 #include "addon/com/view_faces.h"
@@ -34,9 +35,10 @@ class Control final : private addon::Container, private ModalParty {
     HRESULT DoVerb(LONG verb);
     void SetSite(IOleClientSite* site);
     void InPlaceDeactivate();
-    void UIDeactivate();
-    /// The end of the product's life; the object answers on, and does nothing any more.
-    void Close();
+    void UIDeactivate() { inPlace_.UIDeactivate(); }
+    /// The end of the product's life; the object answers on, and does nothing any more. False when it was closed
+    /// before.
+    bool Close();
     /// In hundredths of a millimetre.
     SIZEL Extent() const { return extent_; }
     void SetExtent(SIZEL extent) { extent_ = extent; }
@@ -44,8 +46,10 @@ class Control final : private addon::Container, private ModalParty {
     // For CallScope and whoever collects what is left.
     void EnterCall() { ++calls_; }
     void LeaveCall();
-    /// Nothing of the product is on the stack.
+    /// Nothing of the product is on the stack; for the control's own thread.
     bool Idle() const;
+    /// The same as far as the control knows it of itself.
+    bool Settled() const;
 
   private:
     /// The object's own identity, whether a container has wrapped it or not.
@@ -78,6 +82,7 @@ class Control final : private addon::Container, private ModalParty {
     void LastReferenceGone();
     HRESULT ShowInPlace(bool uiActive);
     void Hide();
+    void Hidden();
     void FocusArrived();
     bool PassOn(MSG& message);
 
@@ -97,7 +102,10 @@ class Control final : private addon::Container, private ModalParty {
     platform::win32::SystemPump::PreTranslation preTranslation_;
     InPlace inPlace_;
     SIZEL extent_;
+    Reaper::Place place_;
     int calls_ = 0;
+    unsigned hides_ =
+        0; ///< how often it was hidden or deactivated: whoever shows it looks whether that happened meanwhile
     bool doomed_ = false;
     bool closed_ = false;
     bool shown_ = false;     ///< by the host, and told to the product

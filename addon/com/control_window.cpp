@@ -2,6 +2,8 @@
 
 #include "addon/com/failure.h"
 #include "platform/win32/module.h"
+#include "platform/win32/procedure_scope.h"
+#include "platform/win32/window_class.h"
 #include "text/restoring.h"
 
 namespace orv::addon::com {
@@ -9,17 +11,13 @@ namespace {
 
 constexpr wchar_t kClass[] = L"OrvOutFormat.AddOnControl";
 
-// A component may be loaded again at another address: its class must not outlive its windows.
 void RegisterWindowClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
     description.style = CS_DBLCLKS;
     description.lpfnWndProc = procedure;
-    description.hInstance = platform::win32::OwnModule();
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = kClass;
-    if (!RegisterClassExW(&description) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS)
-        throw SystemError(HRESULT_FROM_WIN32(GetLastError()));
+    platform::win32::RequireWindowClass(description);
 }
 
 } // namespace
@@ -45,7 +43,6 @@ ControlWindow::~ControlWindow() {
     editor_.bottomPanelWindow = nullptr;
     editor_.windowOf = nullptr;
     editor_.Form().SetClipboard(nullptr);
-    UnregisterClassW(kClass, platform::win32::OwnModule());
 }
 
 void ControlWindow::Create(HWND parent, const RECT& position) {
@@ -141,6 +138,7 @@ void ControlWindow::Layout() {
 }
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const platform::win32::ProcedureScope running;
     if (message == WM_NCCREATE) {
         auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));

@@ -1,7 +1,9 @@
-// The four entry points.
+// The four entry points, and the end of the file.
 #include "addon/com/class_factory.h"
 #include "addon/com/component_registration.h"
 #include "addon/com/failure.h"
+#include "addon/com/reaper.h"
+#include "platform/win32/window_class.h"
 
 #include <OrvOutFormat.h>
 #include <olectl.h>
@@ -17,7 +19,15 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, LPVOID* object) {
     return Guarded([&] { return ComPtr<ClassFactory>(new ClassFactory)->QueryInterface(id, object); });
 }
 
+// At the end of the process (`reserved` is set) other threads were stopped wherever they were, and all goes anyway.
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
+    if (reason == DLL_PROCESS_DETACH && reserved == nullptr)
+        orv::platform::win32::ReturnWindowClasses();
+    return TRUE;
+}
+
 STDAPI DllCanUnloadNow() {
+    Reaper::Look(); // for a thread that has ended with a control behind it
     return ModuleInUse() ? S_FALSE : S_OK;
 }
 

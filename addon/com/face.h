@@ -1,6 +1,7 @@
 #pragma once
 // One group of interfaces of the control. Identity and references are the whole control's.
 #include "addon/com/failure.h"
+#include "addon/com/reaper.h"
 
 namespace orv::addon::com {
 
@@ -38,8 +39,14 @@ class Face : public Interfaces... {
     /// Runs the body of a method; nothing it raises gets out.
     template <typename Action>
     HRESULT Run(Action&& action) noexcept {
-        const CallScope call(control_);
-        return Guarded(std::forward<Action>(action));
+        HRESULT result = S_OK;
+        {
+            const CallScope call(control_);
+            result = Guarded(std::forward<Action>(action));
+        }
+        // The last reference may have gone meanwhile, and the thread may never look at its messages again.
+        Reaper::Look();
+        return result;
     }
     /// For a method whose out parameters are all plain: none of them may be null.
     template <typename Action, typename... Out>

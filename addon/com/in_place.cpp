@@ -4,112 +4,146 @@
 
 namespace orv::addon::com {
 
+/// Brackets what is said to the container from the first word to the last.
+class InPlace::Step {
+  public:
+    explicit Step(InPlace& owner) : owner_(owner) { owner_.stepping_ = true; }
+    ~Step() {
+        owner_.Settle();
+        owner_.stepping_ = false;
+    }
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+
+  private:
+    InPlace& owner_;
+};
+
 HRESULT InPlace::Activate() {
-    if (isActive_ && window_.Handle())
+    if (stepping_)
+        return OLEOBJ_S_CANNOT_DOVERB_NOW;
+    if (Active() && window_.Handle())
         return S_OK;
-    if (isActive_)
-        Deactivate(); // the container has destroyed the window without saying so
+    Deactivate(); // the container may have destroyed the window without saying so
+    HRESULT result = S_OK;
+    {
+        const Step step(*this);
+        limit_ = Level::UI;
+        result = Guarded([this] { return Enter(); });
+        if (FAILED(result))
+            limit_ = Level::None;
+    }
+    return SUCCEEDED(result) && !Active() ? E_ABORT : result;
+}
+
+HRESULT InPlace::Enter() {
     const auto site = site_.As<IOleInPlaceSite>();
     if (!site)
         return E_NOINTERFACE;
     HRESULT result = site->CanInPlaceActivate();
     if (result != S_OK)
         return FAILED(result) ? result : E_FAIL;
+    if (!Wanted(Level::InPlace))
+        return E_ABORT;
     result = site->OnInPlaceActivate();
     if (FAILED(result))
         return result;
-    isActive_ = true;
-    result = Guarded([&] { return Enter(*site.Get()); });
-    if (FAILED(result))
-        Deactivate();
-    return result;
+    place_ = site;
+    level_ = Level::InPlace;
+    return MakeWindow();
 }
 
-HRESULT InPlace::Enter(IOleInPlaceSite& site) {
+HRESULT InPlace::MakeWindow() {
     HWND parent = nullptr;
-    HRESULT result = site.GetWindow(&parent);
+    HRESULT result = Wanted(Level::InPlace) ? place_->GetWindow(&parent) : E_ABORT;
     if (FAILED(result))
         return result;
     RECT clip{};
     OLEINPLACEFRAMEINFO info{};
     info.cb = sizeof info;
-    result = site.GetWindowContext(frame_.Put(), document_.Put(), &position_, &clip, &info);
+    if (Wanted(Level::InPlace))
+        result = place_->GetWindowContext(frame_.Put(), document_.Put(), &position_, &clip, &info);
     if (FAILED(result))
         return result;
-    if (!isActive_ || !IsWindow(parent))
+    if (!Wanted(Level::InPlace) || !IsWindow(parent))
         return E_ABORT;
     window_.Create(parent, position_);
     window_.Place(position_, &clip);
-    return isActive_ ? S_OK : E_ABORT;
+    return S_OK;
 }
 
 HRESULT InPlace::UIActivate(bool takeFocus) {
-    if (!isActive_)
+    if (stepping_)
+        return OLEOBJ_S_CANNOT_DOVERB_NOW;
+    if (!Active())
         return E_UNEXPECTED;
-    if (!isUIActive_) {
-        const HRESULT result = Announce();
-        if (FAILED(result))
-            return result;
+    if (!UIActive()) {
+        HRESULT result = S_OK;
+        {
+            const Step step(*this);
+            limit_ = Level::UI;
+            result = Announce();
+        }
+        if (FAILED(result) || !UIActive())
+            return FAILED(result) ? result : E_ABORT;
     }
-    if (takeFocus && isUIActive_ && !window_.HasFocus())
+    if (takeFocus && !window_.HasFocus())
         window_.TakeFocus();
     return S_OK;
 }
 
 HRESULT InPlace::Announce() {
-    const auto site = site_.As<IOleInPlaceSite>();
-    if (!site)
-        return E_NOINTERFACE;
-    isUIActive_ = true; // the focus that moves meanwhile must not announce a second time
-    const HRESULT result = site->OnUIActivate();
-    if (FAILED(result)) {
-        isUIActive_ = false;
+    const HRESULT result = place_->OnUIActivate();
+    if (FAILED(result))
         return result;
-    }
-    const std::wstring name = site_.DisplayName();
-    const auto frame = frame_;
-    const auto document = document_;
-    if (frame)
-        frame->SetActiveObject(&active_, name.c_str());
-    if (document)
-        document->SetActiveObject(&active_, name.c_str());
+    level_ = Level::UI;
+    const std::wstring name = Wanted(Level::UI) ? site_.DisplayName() : std::wstring();
+    if (frame_ && Wanted(Level::UI))
+        frame_->SetActiveObject(&active_, name.c_str());
+    if (document_ && Wanted(Level::UI))
+        document_->SetActiveObject(&active_, name.c_str());
     // No tools of our own: the frame keeps its own ones.
-    if (frame)
-        frame->SetBorderSpace(nullptr);
-    if (document)
-        document->SetBorderSpace(nullptr);
-    return isUIActive_ ? S_OK : E_ABORT;
+    if (frame_ && Wanted(Level::UI))
+        frame_->SetBorderSpace(nullptr);
+    if (document_ && Wanted(Level::UI))
+        document_->SetBorderSpace(nullptr);
+    return S_OK;
 }
 
-void InPlace::UIDeactivate() {
-    if (!isUIActive_)
-        return;
-    isUIActive_ = false;
-    const auto frame = frame_;
-    const auto document = document_;
-    if (document)
-        document->SetActiveObject(nullptr, nullptr);
-    if (frame)
-        frame->SetActiveObject(nullptr, nullptr);
-    if (const auto site = site_.As<IOleInPlaceSite>())
-        site->OnUIDeactivate(FALSE);
+void InPlace::Lower(Level limit) {
+    limit_ = std::min(limit_, limit);
+    if (!stepping_)
+        const Step step(*this);
 }
 
-void InPlace::Deactivate() {
-    if (!isActive_)
-        return;
-    UIDeactivate();
-    if (!isActive_)
-        return;
-    isActive_ = false;
+void InPlace::Settle() {
+    if (level_ == Level::UI && !Wanted(Level::UI))
+        Retract();
+    if (level_ == Level::InPlace && !Wanted(Level::InPlace))
+        Leave();
+}
+
+void InPlace::Retract() {
+    level_ = Level::InPlace;
+    if (document_)
+        document_->SetActiveObject(nullptr, nullptr);
+    if (frame_)
+        frame_->SetActiveObject(nullptr, nullptr);
+    place_->OnUIDeactivate(FALSE);
+    if (const auto control = place_.As<IOleControlSite>())
+        control->OnFocus(FALSE);
+}
+
+void InPlace::Leave() {
+    level_ = Level::None;
     window_.Destroy();
     // What is open now closes when nobody can tell the frame any more.
     while (frame_ && modal_ > 0)
         EnableModeless(true);
     frame_ = nullptr;
     document_ = nullptr;
-    if (const auto site = site_.As<IOleInPlaceSite>())
-        site->OnInPlaceDeactivate();
+    place_->OnInPlaceDeactivate();
+    place_ = nullptr;
 }
 
 void InPlace::SetRects(const RECT& position, const RECT* clip) {

@@ -8,9 +8,9 @@
 namespace orv::addon::com {
 namespace {
 
-// Counts of the file and its one thread, not of any object in it.
-std::atomic<long> locks = 0;
-std::atomic<long> hostCalls = 0;
+std::atomic<long> locks = 0; ///< of the file, by whichever thread
+// What the host does for one thread keeps nothing on another thread's stack.
+thread_local int hostCalls = 0;
 
 } // namespace
 

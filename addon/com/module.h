@@ -18,8 +18,8 @@ class ModuleLock {
     ModuleLock& operator=(const ModuleLock&) = delete;
 };
 
-/// While the host runs on our behalf. It may let go of the control from there, with the control's handlers still on the
-/// stack below; whoever destroys the control asks first.
+/// While the host runs on our behalf on this thread. It may let go of the control from there, with the control's
+/// handlers still on the stack below; whoever destroys the control asks first.
 class HostCallScope {
   public:
     HostCallScope();

@@ -33,8 +33,8 @@ HRESULT ObjectFaces::SetHostNames(LPCOLESTR, LPCOLESTR) {
 
 HRESULT ObjectFaces::Close(DWORD) {
     return Run([&] {
-        control_.Close();
-        SendClose();
+        if (control_.Close())
+            SendClose();
     });
 }
 

@@ -7,11 +7,23 @@
 #include "text/texts.h"
 
 namespace orv::addon::com {
+namespace {
 
-HRESULT ViewFaces::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC target, LPCRECTL bounds, LPCRECTL,
-                        BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
+// There is one picture, and it is whole.
+constexpr LONG kWhole = -1;
+
+HRESULT Known(DWORD aspect, LONG index) {
     if (aspect != DVASPECT_CONTENT)
         return DV_E_DVASPECT;
+    return index == kWhole ? S_OK : DV_E_LINDEX;
+}
+
+} // namespace
+
+HRESULT ViewFaces::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC target, LPCRECTL bounds, LPCRECTL,
+                        BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
+    if (const HRESULT known = Known(aspect, index); FAILED(known))
+        return known;
     if (!target || !bounds)
         return E_INVALIDARG;
     return Run([&] {
@@ -28,17 +40,19 @@ HRESULT ViewFaces::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC tar
     });
 }
 
-HRESULT ViewFaces::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE** palette) {
+HRESULT ViewFaces::GetColorSet(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, LOGPALETTE** palette) {
     return Answer(
         [&] {
             *palette = nullptr;
-            return S_FALSE;
+            const HRESULT known = Known(aspect, index);
+            return FAILED(known) ? known : S_FALSE;
         },
         palette);
 }
 
-HRESULT ViewFaces::Freeze(DWORD, LONG, void*, DWORD*) {
-    return E_NOTIMPL;
+HRESULT ViewFaces::Freeze(DWORD aspect, LONG index, void*, DWORD*) {
+    const HRESULT known = Known(aspect, index);
+    return FAILED(known) ? known : E_NOTIMPL;
 }
 
 HRESULT ViewFaces::Unfreeze(DWORD) {
@@ -47,9 +61,15 @@ HRESULT ViewFaces::Unfreeze(DWORD) {
 
 HRESULT ViewFaces::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
     return Run([&] {
-        sink_ = ComPtr<IAdviseSink>(sink);
-        aspects_ = aspects;
-        flags_ = flags;
+        const ComPtr<IAdviseSink> told(sink);
+        const bool atOnce = sink && (flags & ADVF_PRIMEFIRST);
+        // The picture never changes: that first word is the only one there is, and once is over with it.
+        const bool keep = sink && !(atOnce && (flags & ADVF_ONLYONCE));
+        sink_ = keep ? told : nullptr;
+        aspects_ = keep ? aspects : 0;
+        flags_ = keep ? flags : 0;
+        if (atOnce)
+            told->OnViewChange(aspects, kWhole);
     });
 }
 
@@ -65,9 +85,9 @@ HRESULT ViewFaces::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
     });
 }
 
-HRESULT ViewFaces::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) {
-    if (aspect != DVASPECT_CONTENT)
-        return DV_E_DVASPECT;
+HRESULT ViewFaces::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE*, LPSIZEL size) {
+    if (const HRESULT known = Known(aspect, index); FAILED(known))
+        return known;
     return Answer([&] { *size = control_.Extent(); }, size);
 }
 

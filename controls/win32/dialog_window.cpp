@@ -4,6 +4,8 @@
 
 #include "platform/win32/made.h"
 #include "platform/win32/module.h"
+#include "platform/win32/procedure_scope.h"
+#include "platform/win32/window_class.h"
 #include "text/restoring.h"
 
 namespace orv::controls::win32 {
@@ -15,13 +17,11 @@ constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 void RegisterWindowClass(WNDPROC procedure) {
     WNDCLASSEXW type{};
-    type.cbSize = sizeof type;
     type.lpfnWndProc = procedure;
-    type.hInstance = platform::win32::OwnModule();
     type.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     type.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     type.lpszClassName = kClass;
-    RegisterClassExW(&type); // refused while an outer dialog is open, which is as good
+    platform::win32::RequireWindowClass(type);
 }
 
 RECT WorkArea(HWND window) {
@@ -56,8 +56,6 @@ DialogWindow::DialogWindow(Dialog& dialog, const platform::win32::ActivationCont
 
 DialogWindow::~DialogWindow() {
     Abandon();
-    // A component that is unloaded must not leave a class whose procedure is gone; an outer dialog keeps it alive.
-    UnregisterClassW(kClass, platform::win32::OwnModule());
 }
 
 void DialogWindow::Run() {
@@ -146,6 +144,7 @@ void DialogWindow::Limit(MINMAXINFO& limits) const {
 }
 
 LRESULT CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const platform::win32::ProcedureScope running;
     if (message == WM_NCCREATE) {
         auto* self = static_cast<DialogWindow*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));

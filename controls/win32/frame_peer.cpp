@@ -2,7 +2,7 @@
 
 #include "controls/win32/group_box.h"
 #include "controls/win32/peer_host.h"
-#include "platform/win32/module.h"
+#include "platform/win32/window_class.h"
 
 namespace orv::controls::win32 {
 namespace {
@@ -12,12 +12,10 @@ constexpr int kCaptionIndent = 9;
 
 const wchar_t* FrameClass() {
     WNDCLASSEXW type{};
-    type.cbSize = sizeof type;
     type.lpfnWndProc = &DefWindowProcW;
-    type.hInstance = platform::win32::OwnModule();
     type.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     type.lpszClassName = kClassName;
-    RegisterClassExW(&type); // refused from the second time on; the system drops it with the component's file
+    platform::win32::RequireWindowClass(type);
     return kClassName;
 }
 

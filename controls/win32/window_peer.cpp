@@ -3,6 +3,7 @@
 #include "controls/win32/peer_host.h"
 #include "platform/win32/made.h"
 #include "platform/win32/module.h"
+#include "platform/win32/procedure_scope.h"
 
 namespace orv::controls::win32 {
 namespace {
@@ -188,6 +189,7 @@ LRESULT WindowPeer::FocusLost(WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT CALLBACK WindowPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const platform::win32::ProcedureScope running;
     auto* peer = reinterpret_cast<WindowPeer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (peer == nullptr)
         return CallWindowProcW(ProcedureOfClass(window), window, message, wparam, lparam);

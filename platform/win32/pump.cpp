@@ -2,6 +2,8 @@
 
 #include "platform/win32/made.h"
 #include "platform/win32/module.h"
+#include "platform/win32/procedure_scope.h"
+#include "platform/win32/window_class.h"
 
 namespace orv::platform::win32 {
 namespace {
@@ -24,11 +26,9 @@ class Nesting {
 
 SystemPump::SystemPump() {
     WNDCLASSEXW type{};
-    type.cbSize = sizeof type;
     type.lpfnWndProc = &SystemPump::Procedure;
-    type.hInstance = OwnModule();
     type.lpszClassName = kClassName;
-    RegisterClassExW(&type); // fails when an earlier pump has registered it, which is as good
+    RequireWindowClass(type);
     window_.Reset(Made(CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr),
                        kClassName));
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -38,8 +38,6 @@ SystemPump::~SystemPump() {
     closing_ = true;
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, 0);
     window_.Reset();
-    // A component that is unloaded must not leave a class whose procedure is gone; another pump keeps it alive.
-    UnregisterClassW(kClassName, OwnModule());
 }
 
 Wait SystemPump::PumpUntil(const std::function<bool()>& predicate) {
@@ -129,6 +127,7 @@ void SystemPump::RunOne() {
 }
 
 LRESULT CALLBACK SystemPump::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const ProcedureScope running;
     auto* self = reinterpret_cast<SystemPump*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message != kRunTask || self == nullptr)
         return DefWindowProcW(window, message, wparam, lparam);

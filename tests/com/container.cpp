@@ -2,6 +2,8 @@
 
 #include <cwchar>
 
+#include "text/restoring.h"
+
 namespace orv::tests {
 namespace {
 
@@ -31,24 +33,22 @@ HRESULT Frame::QueryInterface(REFIID id, void** object) {
 }
 
 HRESULT Frame::GetWindow(HWND* window) {
-    *window = window_;
+    *window = container_.Window();
     return S_OK;
 }
 
 HRESULT Frame::SetBorderSpace(LPCBORDERWIDTHS widths) {
-    journal_.push_back(widths ? "SetBorderSpace" : "SetBorderSpace none");
-    return S_OK;
+    return container_.Write(name_ + (widths ? "SetBorderSpace" : "SetBorderSpace none"));
 }
 
 HRESULT Frame::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) {
-    journal_.push_back(object ? "SetActiveObject" : "SetActiveObject none");
+    container_.Write(name_ + (object ? "SetActiveObject" : "SetActiveObject none"));
     active = ComPtr<IOleInPlaceActiveObject>(object);
     return S_OK;
 }
 
 HRESULT Frame::EnableModeless(BOOL enable) {
-    journal_.push_back(enable ? "EnableModeless on" : "EnableModeless off");
-    return S_OK;
+    return container_.Write(name_ + (enable ? "EnableModeless on" : "EnableModeless off"));
 }
 
 HRESULT Extender::QueryInterface(REFIID id, void** object) {
@@ -79,15 +79,19 @@ HRESULT Extender::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* argume
 
 Container::Container(Manners given)
     : manners(given), window_(CreateWindowExW(0, L"STATIC", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900,
-                                              700, nullptr, nullptr, nullptr, nullptr)),
-      frame(journal, window_.Get()) {}
+                                              700, nullptr, nullptr, nullptr, nullptr)) {}
 
 Container::~Container() {
     Discard();
 }
 
-HRESULT Container::Write(const char* line) {
+HRESULT Container::Write(const std::string& line) {
     journal.push_back(line);
+    if (within && !inside_) {
+        const Restoring done([this] { inside_ = false; });
+        inside_ = true;
+        within(line);
+    }
     return S_OK;
 }
 
@@ -148,19 +152,23 @@ HRESULT Container::QueryInterface(REFIID id, void** object) {
 
 HRESULT Container::GetWindow(HWND* window) {
     *window = Window();
-    return S_OK;
+    return Write("GetWindow");
 }
 
-HRESULT Container::GetWindowContext(IOleInPlaceFrame** given, IOleInPlaceUIWindow** document, LPRECT position,
+HRESULT Container::GetWindowContext(IOleInPlaceFrame** given, IOleInPlaceUIWindow** givenDocument, LPRECT position,
                                     LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
     *given = nullptr;
-    *document = nullptr;
+    *givenDocument = nullptr;
     Write("GetWindowContext");
     if (!manners.windowContext)
         return E_FAIL;
     if (manners.frame) {
         frame.AddRef();
         *given = &frame;
+    }
+    if (manners.document) {
+        document.AddRef();
+        *givenDocument = &document;
     }
     *position = *clip = place;
     info->hwndFrame = Window();
@@ -183,6 +191,8 @@ HRESULT Container::TranslateAccelerator(MSG* message, DWORD) {
 }
 
 HRESULT Container::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) {
+    if (id == DISPID_AMBIENT_DISPLAYNAME)
+        Write("DisplayName");
     if (id != DISPID_AMBIENT_USERMODE || !manners.userMode)
         return DISP_E_MEMBERNOTFOUND;
     result->vt = VT_BOOL;

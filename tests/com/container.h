@@ -1,6 +1,7 @@
 #pragma once
 // A small container that writes down what a control says to it, and can be as careless as real ones are.
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,15 +30,19 @@ struct Manners {
     ExtenderKind extender = ExtenderKind::None;
     bool windowContext = true;
     bool frame = true;
+    bool document = false;
     bool controlSite = true;
     std::optional<bool> userMode;
 };
 
 using Journal = std::vector<std::string>;
 
+class Container;
+
+/// The frame, or with a name in front of its lines the document.
 class Frame final : public Counted<IOleInPlaceFrame> {
   public:
-    explicit Frame(Journal& journal, HWND window) : journal_(journal), window_(window) {}
+    explicit Frame(Container& container, std::string name = {}) : container_(container), name_(std::move(name)) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
@@ -55,11 +60,9 @@ class Frame final : public Counted<IOleInPlaceFrame> {
     ComPtr<IOleInPlaceActiveObject> active;
 
   private:
-    Journal& journal_;
-    HWND window_;
+    Container& container_;
+    std::string name_;
 };
-
-class Container;
 
 /// The extender object: the two properties that the product sets.
 class Extender final : public Counted<IDispatch> {
@@ -132,18 +135,23 @@ class Container final : public Counted<IOleClientSite, IOleInPlaceSite, IOleCont
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                      UINT*) override;
 
-    HRESULT Write(const char* line);
+    HRESULT Write(const std::string& line);
 
     Manners manners;
     Journal journal;
+    /// Runs in each of the container's methods; what it causes itself is only written down.
+    std::function<void(const std::string& line)> within;
     ComPtr<IUnknown> control;
     RECT place{10, 10, 810, 610};
 
   private:
     platform::win32::OwnedWindow window_;
 
+    bool inside_ = false;
+
   public:
-    Frame frame;
+    Frame frame{*this};
+    Frame document{*this, "document "};
     Extender extender{*this};
 };
 
