@@ -30,11 +30,27 @@ bool ChangesFont(UINT message, WPARAM wparam) {
            (message == WM_SETTINGCHANGE && (wparam == SPI_SETNONCLIENTMETRICS || wparam == SPI_SETHIGHCONTRAST));
 }
 
+// The system registers a themed class when it is first asked for; two threads that ask at once may find it half done.
+void AskForClasses(const platform::win32::ActivationContext& context) {
+    static const bool asked = [&context] {
+        const platform::win32::ActivationScope active(context);
+        WNDCLASSEXW about{};
+        about.cbSize = sizeof about;
+        for (const wchar_t* name : {WC_BUTTONW, WC_STATICW, WC_EDITW, WC_COMBOBOXW, WC_LISTBOXW, WC_TREEVIEWW,
+                                    WC_LISTVIEWW, WC_TABCONTROLW, TOOLBARCLASSNAMEW, TOOLTIPS_CLASSW, UPDOWN_CLASSW})
+            GetClassInfoExW(nullptr, name, &about);
+        return true;
+    }();
+    static_cast<void>(asked);
+}
+
 } // namespace
 
 PeerHost::PeerHost(Form& form, const platform::win32::ActivationContext& context, PeerHooks hooks)
     : form_(form), context_(context), hooks_(std::move(hooks)),
-      richEdit_(LoadLibraryExW(L"Msftedit.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {}
+      richEdit_(LoadLibraryExW(L"Msftedit.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
+    AskForClasses(context);
+}
 
 PeerHost::~PeerHost() {
     Detach();

@@ -8,6 +8,8 @@
 namespace orv::tests {
 namespace {
 
+using addon::com::Bstr;
+
 constexpr int kThreads = 4;
 constexpr int kControls = 15; ///< that are shown, on each
 constexpr int kUnseen = 4;    ///< so many times as many are only made
@@ -35,7 +37,7 @@ class Threads : public testing::Test {
     /// One control after the other, so that each end meets beginnings on other threads; some are shown, some have a
     /// host.
     void LeadLives() {
-        const auto bench = std::make_shared<sim::BenchHost>(description);
+        const auto bench = std::make_shared<sim::BenchHost>(host);
         const host::ClassObjects classes(bench);
         const auto application = host::Make<host::ApplicationFace>(bench->Application());
         for (int i = 0; i < kControls * kUnseen; ++i) {
@@ -53,12 +55,16 @@ class Threads : public testing::Test {
         }
     }
     void Expect(const char* step, HRESULT result) {
+        ComPtr<IErrorInfo> info;
+        Bstr description;
+        if (FAILED(result) && GetErrorInfo(0, info.Put()) == S_OK)
+            info->GetDescription(description.Put());
         const std::lock_guard guard(lock_);
-        EXPECT_EQ(result, S_OK) << step;
+        EXPECT_EQ(result, S_OK) << step << ": " << testing::PrintToString(description.Text());
     }
 
     std::optional<Component> component{std::in_place};
-    const sim::SystemDescription description = sim::LoadDescription(ORV_SOURCE_DIR "/samples/tiny.json");
+    const sim::SystemDescription host = sim::LoadDescription(ORV_SOURCE_DIR "/samples/tiny.json");
 
   private:
     std::mutex lock_;
