@@ -48,13 +48,14 @@ DeviceFile::DeviceFile(const DeviceChoice& choice, sim::SystemDescription&& syst
     state_.application = host_.Application();
     state_.manager = host_.CreateConfigurationManager();
     state_.configuration = state_.manager->GetConfiguration();
-    model_.Reload();
     RequireElements();
+    model_.Reload();
 }
 
 /// A device may contradict itself, and the editor copes. A file that does is a mistake in the file.
 void DeviceFile::RequireElements() {
-    if (const auto found = FindShort(model_, Store().Contents()))
+    device::ParameterAccess access(state_);
+    if (const auto found = FindShort(access, Store().Contents()))
         throw sim::FileError(name_,
                              "/devices/" + std::to_string(place_) + "/parameters/" + std::to_string(found->position) +
                                  "/elementCount",

@@ -3,7 +3,8 @@
 #include <map>
 #include <string_view>
 
-#include "model/field.h"
+#include "model/device_shape.h"
+#include "model/out_format_config.h"
 
 namespace orv::cli {
 namespace {
@@ -23,20 +24,25 @@ void Add(Needs& needs, const Need& need) {
     }
 }
 
-Needs NeedsOf(const model::OutFormatConfig& model) {
-    const std::int32_t formats = model.AdvancedFormats().Count();
+Needs NeedsOf(device::ParameterAccess& access) {
+    const std::int32_t formats = model::FormatCount(access);
     Needs needs;
-    Add<model::CodeDef>(needs, {model.Codes().Count(), "code slots"});
-    Add<model::Group>(needs, {model.Codes().Groups().MaxCount(), "groups"});
+    Add<model::CodeDef>(needs, {model::CodeSlotCount(access), "code slots"});
+    Add<model::Group>(needs, {model::GroupLimit(access), "groups"});
     Add<model::AdvancedFormat>(needs, {formats, "formats"});
-    Add<model::OutItem>(needs, {formats * model.AdvancedFormats().ItemSlots(), "items"});
+    Add<model::OutItem>(needs, {formats * model::ItemSlotCount(access, formats), "items"});
     return needs;
 }
 
 } // namespace
 
-std::optional<ShortParameter> FindShort(const model::OutFormatConfig& model, const sim::DeviceDescription& device) {
-    const Needs needs = NeedsOf(model);
+std::optional<ShortParameter> FindShort(device::ParameterAccess& access, const sim::DeviceDescription& device) {
+    Needs needs;
+    try {
+        needs = NeedsOf(access);
+    } catch (const Error&) {
+        return {};
+    }
     for (std::size_t i = 0; i < device.parameters.size(); ++i) {
         const auto need = needs.find(device.parameters[i].number);
         const std::int32_t elements = device.parameters[i].details.elementCount;

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "device/parameter_access.h"
 #include "host/sim/description.h"
-#include "model/out_format_config.h"
 
 namespace orv::cli {
 
@@ -13,7 +13,8 @@ struct ShortParameter {
     std::string reason;   ///< "2 elements for 10 code slots"
 };
 
-/// The first parameter of the device that has fewer elements than `model`, loaded from it, needs.
-std::optional<ShortParameter> FindShort(const model::OutFormatConfig& model, const sim::DeviceDescription& device);
+/// The first parameter that has fewer elements than the device, which `access` reads, needs. Nothing where the device
+/// does not say how many formats it has: the load tells that.
+std::optional<ShortParameter> FindShort(device::ParameterAccess& access, const sim::DeviceDescription& device);
 
 } // namespace orv::cli

@@ -3,26 +3,18 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/device_shape.h"
+
 namespace orv::model {
-namespace {
-
-enum Parameter : std::int32_t { kFormatCount = 340, kItemCategory = 351 };
-
-// The shape of the device does not depend on who looks: under a level that hides 351 the items of all formats would
-// fall into one place.
-constexpr std::int32_t kShapeAccessLevel = 3;
-
-} // namespace
-
 AdvancedFormat& AdvancedFormats::Add(std::int16_t index, const std::wstring& key) {
     return formats_.Append(std::make_unique<AdvancedFormat>(state_, root_, index), key);
 }
 
 bool AdvancedFormats::Load() {
     device::ParameterAccess access(state_);
-    const std::int16_t count = device::ToInt16(access.Read(kFormatCount));
+    const std::int16_t count = FormatCount(access);
     auto before = std::exchange(formats_, {});
-    itemSlots_ = count > 0 ? access.ElementCount(kItemCategory, kShapeAccessLevel) / count : 0;
+    itemSlots_ = ItemSlotCount(access, count);
     formats_.Reserve(std::max<std::int32_t>(count, 0));
     for (std::int32_t i = 1; i <= count; ++i) {
         AdvancedFormat& format = Add(static_cast<std::int16_t>(i), Numbered(L"Format", i));

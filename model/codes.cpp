@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/device_shape.h"
 #include "model/expression_fault.h"
 #include "text/excerpt.h"
 #include "text/filled.h"
@@ -11,7 +12,7 @@ namespace {
 
 using enum device::WireType;
 
-enum Parameter : std::int32_t { kSlotEnabled = 1, kExpression = 191 };
+enum Parameter : std::int32_t { kExpression = 191 };
 
 const Field<Group> kGroupFields[] = {
     {L"NoReadString", 17, ByteArray, &Group::NoReadString, ReadAs::String},
@@ -92,7 +93,8 @@ bool Codes::Load() {
 
 void Codes::LoadSlots() {
     slots_.Clear();
-    const std::int32_t count = device::ParameterAccess(state_).ElementCount(kSlotEnabled, kCodesAccessLevel);
+    device::ParameterAccess access(state_);
+    const std::int32_t count = CodeSlotCount(access);
     for (std::int32_t n = 1; n <= count; ++n)
         Add(device::CheckedInt16(n), Numbered(L"Code", n)).Load();
 }
@@ -106,7 +108,7 @@ void Codes::LoadGroups() {
         return;
     }
     device::ParameterAccess access(state_);
-    groups_.MaxCount(device::CheckedInt16(access.ElementCount(kGroupFields[0].parameter, kCodesAccessLevel)));
+    groups_.MaxCount(device::CheckedInt16(GroupLimit(access)));
     for (Group& group : groups_)
         for (const auto& field : kGroupFields)
             LoadField(field, group, access, {ElementOf(group), kCodesAccessLevel});
