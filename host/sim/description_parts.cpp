@@ -141,6 +141,9 @@ class Builder {
 } // namespace
 
 json ReadParts(std::string_view text, std::string_view name, PartListener& listener) {
+    // The parser takes it for the end, and would never see what follows.
+    if (text.find('\0') != std::string_view::npos)
+        throw FileError(name, "", "not JSON: a zero byte");
     Builder builder(name, listener);
     json::sax_parse(text, &builder);
     return builder.TakeDocument();

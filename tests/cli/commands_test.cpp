@@ -145,6 +145,62 @@ TEST(Failures, AreOneLineWithTheStatusOfTheirKind) {
     }
 }
 
+/// Nothing that came from outside may act upon the terminal, or fill it.
+TEST(Failures, ShowForeignTextByNameAndCut) {
+    const Folder folder;
+    const std::string foreign = "\x1b]0;owned\x07\xe2\x80\xae" + std::string(100000, 'x');
+    const std::string tiny = SamplePath("tiny.json");
+    const std::vector<std::string> cases[] = {
+        {foreign},
+        {"show", foreign},
+        {"show", tiny, "--" + foreign},
+        {"diff", tiny, foreign},
+        {"export", tiny, "-o", "/" + foreign},
+        {"set", tiny, foreign + "=1"},
+        {"set", tiny, "CodeID=" + foreign},
+        {"set", tiny, "StandardFormat.Header=<" + foreign + ">"},
+        {"set", tiny, "Codes.Expression=" + foreign},
+        {"apply", tiny, "--to", foreign},
+        {"show", folder.Write("foreign.json", "\"" + foreign)},
+    };
+    for (const auto& arguments : cases) {
+        const Result result = RunProgram(arguments);
+        EXPECT_NE(result.status, 0);
+        EXPECT_LT(result.err.size(), 1500U) << result.err.substr(0, 2000);
+        EXPECT_EQ(result.err.find_first_of("\x1b\x07"), std::string::npos) << result.err;
+        EXPECT_EQ(result.err.find("\xe2\x80\xae"), std::string::npos) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    }
+}
+
+TEST(Failures, NameAnArrayThatIsTooShort) {
+    const Folder folder;
+    const struct {
+        std::int32_t number;
+        std::string reason;
+    } cases[] = {{3002, "9 elements for 10 code slots"},
+                 {327, "9 elements for 10 groups"},
+                 {341, "3 elements for 4 formats"},
+                 {368, "79 elements for 80 items"}};
+    for (const auto& c : cases) {
+        sim::SystemDescription system = sim::LoadDescription(SamplePath("conveyor.json"));
+        auto& parameters = system.devices[0].parameters;
+        const auto found = std::find_if(parameters.begin(), parameters.end(),
+                                        [&](const auto& parameter) { return parameter.number == c.number; });
+        found->details.elementCount -= 1;
+        found->values.pop_back();
+        const std::string file = folder.File(std::to_string(c.number) + ".json");
+        sim::SaveDescription(system, file);
+        const std::string place =
+            "/devices/0/parameters/" + std::to_string(found - parameters.begin()) + "/elementCount: ";
+        for (const char* command : {"show", "check", "plan"}) {
+            const Result result = RunProgram({command, file});
+            EXPECT_EQ(result.status, 3) << command << c.number;
+            EXPECT_THAT(result.err, HasSubstr(place + c.reason));
+        }
+    }
+}
+
 TEST(Failures, OfStandardOutputGiveTheReason) {
     const std::string tiny = SamplePath("tiny.json");
     const std::vector<std::string> cases[] = {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -46,6 +47,13 @@ std::string WithPath(const std::string& path) {
     return parameter.replace(parameter.find("/A"), 2, path);
 }
 
+std::string Repeated(const std::string& part, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i)
+        all += part;
+    return all;
+}
+
 struct BadFile {
     std::string text;
     std::string pointer;
@@ -84,11 +92,20 @@ TEST(Description, NamesFilePlaceAndReasonOfABadFile) {
          "/devices/0/parameters/0/enumeration/0: ", "label"},
         {R"({"accessLevel":3,"clusters":[],"devices":[{"cluster":0,"device":0,"description":"","parameters":[]}]})",
          "/devices/0/cluster: ", "no such cluster"},
+        {std::string(1000000, '['), ": /0/0/", "deeper"},
+        {FileWith(OneParameter("int16", std::string(1000000, '['))), "/devices/0/parameters/0/values/0/", "deeper"},
+        {R"({"accessLevel":3,"x":[)" + Repeated("1,", 200000) + "1]}", ": /x/", "more than"},
+        {FileWith(WithPath("A" + Repeated("\\u001b[2J", 100000))), "/devices/0/parameters/0/path: ", "a path is"},
+        {FileWith(OneParameter("int16", "1", "\"\\u001b]0;" + Repeated("long", 20000) + "\":1,")),
+         "/parameters/0: ", "<ESC>]0;long"},
     };
-    for (const BadFile& bad : cases)
-        EXPECT_THAT(LineOf(bad.text), AllOf(StartsWith("bad.json: "), HasSubstr(bad.pointer), HasSubstr(bad.reason),
-                                            Not(HasSubstr("\n"))))
-            << bad.text;
+    for (const BadFile& bad : cases) {
+        const std::string line = LineOf(bad.text);
+        EXPECT_THAT(line, AllOf(StartsWith("bad.json: "), HasSubstr(bad.pointer), HasSubstr(bad.reason)))
+            << bad.text.substr(0, 400);
+        EXPECT_LT(line.size(), 600U);
+        EXPECT_TRUE(std::none_of(line.begin(), line.end(), [](char c) { return c < ' ' && c >= 0; })) << line;
+    }
 }
 
 TEST(Description, TakesAPathOfAnyLength) {
@@ -107,6 +124,28 @@ TEST(Description, NamesAFileThatIsNotThere) {
         },
         FileError);
     EXPECT_THROW(LoadDescription(Sample("")), FileError) << "a folder";
+}
+
+TEST(Description, ReadsUpToAStatedSizeAndNoFurther) {
+    const std::filesystem::path file = std::filesystem::temp_directory_path() / "orv-large.json";
+    const auto reading = [&](std::uintmax_t size) {
+        std::ofstream(file, std::ios::binary) << FileWith(OneParameter("int16", "1"));
+        std::filesystem::resize_file(file, size);
+        try {
+            LoadDescription(file);
+        } catch (const FileError& error) {
+            return std::string(error.what());
+        }
+        return std::string("accepted");
+    };
+    // What was not written reads as zeros.
+    EXPECT_THAT(reading(64U << 20), HasSubstr("not JSON"));
+    EXPECT_THAT(reading((64U << 20) + 1), HasSubstr("larger than 64 MB"));
+    std::filesystem::remove(file);
+#ifndef _WIN32
+    EXPECT_THAT([] { LoadDescription("/dev/zero"); },
+                ::testing::ThrowsMessage<FileError>(HasSubstr("larger than 64 MB")));
+#endif
 }
 
 TEST(Description, SamplesComeBackByteForByte) {
