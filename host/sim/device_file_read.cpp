@@ -17,6 +17,10 @@ namespace {
 
 using nlohmann::json;
 
+/// Of a file's elements. In memory each takes twenty times the two bytes that it may take in the file; devices have
+/// tens of thousands.
+constexpr std::size_t kMostValues = 1'000'000;
+
 /// Turns the checked parts of a file into a description. Keeps the place, so that a message can name it.
 class Reader : public PartListener {
   public:
@@ -124,6 +128,9 @@ class Reader : public PartListener {
             throw FileError(name_, place + "/values",
                             std::to_string(values.size()) + " values for " +
                                 std::to_string(parameter.details.elementCount) + " elements");
+        if (count_ += values.size(); count_ > kMostValues)
+            throw FileError(name_, place + "/values",
+                            "more than " + std::to_string(kMostValues) + " values in the file");
         parameter.values.reserve(values.size());
         for (const json& value : values)
             parameter.values.push_back(
@@ -176,6 +183,7 @@ class Reader : public PartListener {
 
     std::string name_;
     SystemDescription system_;
+    std::size_t count_ = 0;                        ///< of values
     std::vector<ParameterDescription> parameters_; ///< of the device that is being read
     std::vector<device::Choice> choices_;          ///< of the parameter that is being read
 };

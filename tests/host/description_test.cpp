@@ -148,6 +148,16 @@ TEST(Description, ReadsUpToAStatedSizeAndNoFurther) {
 #endif
 }
 
+TEST(Description, HoldsAMillionValuesAndNoMore) {
+    std::string parameters;
+    for (int i = 0; i < 31; ++i)
+        parameters += (i > 0 ? "," : "") + std::string(R"({"number":)") + std::to_string(i + 1) + R"(,"path":"/P)" +
+                      std::to_string(i) + R"(","type":"int16","level":0,"elementCount":32767,"values":[1)" +
+                      Repeated(",1", 32766) + "]}";
+    EXPECT_THAT(LineOf(FileWith(parameters)),
+                AllOf(HasSubstr("/devices/0/parameters/30/values: "), HasSubstr("more than 1000000 values")));
+}
+
 TEST(Description, SamplesComeBackByteForByte) {
     for (const char* name : {"conveyor.json", "tunnel.json", "tiny.json"}) {
         const SystemDescription system = LoadDescription(Sample(name));
