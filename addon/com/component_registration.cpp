@@ -40,12 +40,12 @@ std::wstring MiscStatus() {
 /// The keys of one component.
 struct Keys {
     std::wstring id = Text(CLSID_AddOnControl);
-    std::wstring library = Text(LIBID_OrvOutFormat);
+    std::wstring typeLibrary = Text(LIBID_OrvOutFormat);
     std::wstring progId = kProgId;
     std::wstring progIdOne = progId + L".1";
     std::wstring cls = L"CLSID\\" + id;
     std::wstring server = cls + L"\\InprocServer32";
-    std::wstring lib = L"TypeLib\\" + library + L"\\" + kLibraryVersion;
+    std::wstring lib = L"TypeLib\\" + typeLibrary + L"\\" + kLibraryVersion;
     std::wstring file = lib + L"\\0\\" + kPlatform;
     std::wstring otherFile = lib + L"\\0\\" + kOtherPlatform;
     std::wstring face = L"Interface\\" + Text(IID_IAddOnControl);
@@ -74,7 +74,7 @@ Entries ClassEntries(const Keys& keys, const std::wstring& path) {
             {keys.cls + L"\\Programmable", L"", L""},
             {keys.cls + L"\\MiscStatus", L"", L"0"},
             {keys.cls + L"\\MiscStatus\\1", L"", MiscStatus()},
-            {keys.cls + L"\\TypeLib", L"", keys.library},
+            {keys.cls + L"\\TypeLib", L"", keys.typeLibrary},
             {keys.cls + L"\\Version", L"", kLibraryVersion}};
 }
 
@@ -89,7 +89,7 @@ Entries FileEntries(const Keys& keys, const std::wstring& path) {
     return {{keys.file, L"", path},
             {keys.face, L"", L"IAddOnControl"},
             {keys.face + L"\\ProxyStubClsid32", L"", kAutomationMarshaler},
-            {keys.face + L"\\TypeLib", L"", keys.library},
+            {keys.face + L"\\TypeLib", L"", keys.typeLibrary},
             {keys.face + L"\\TypeLib", L"Version", kLibraryVersion}};
 }
 
