@@ -4,6 +4,7 @@
 
 #include "host/com/failure.h"
 #include "host/sim/bench_host.h"
+#include "text/excerpt.h"
 
 namespace orv::host {
 namespace {
@@ -49,7 +50,7 @@ ComPtr<IAddOn> ComponentFile::CreateFromFile() {
             LoadLibraryExW(std::filesystem::absolute(file_).c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
     const auto getClass = module_ ? Export<GetClass>(module_.Get(), "DllGetClassObject") : nullptr;
     if (getClass == nullptr)
-        throw Error(HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND), file_.wstring() + L" is not a component");
+        throw Error(HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND), text::Excerpt(file_.wstring()) + L" is not a component");
     ComPtr<IClassFactory> factory;
     Check(getClass(CLSID_AddOnControl, IID_IClassFactory, factory.ReceiveVoid()));
     ComPtr<IAddOn> addOn;

@@ -172,7 +172,7 @@ void ControlDriver::SelectNode(const std::wstring& path) const {
     const HWND tree = FindUsable(L"tvw", kNoIndex);
     const HTREEITEM item = FindNode(tree, Next(tree, TVGN_ROOT, nullptr), path);
     if (item == nullptr)
-        throw std::runtime_error("the tree has no node \"" + sim::ToUtf8(path) + "\"");
+        throw std::runtime_error("the tree has no node \"" + sim::Excerpt(sim::ToUtf8(path)) + "\"");
     SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
     RECT place{};
     TreeView_GetItemRect(tree, item, &place, TRUE);

@@ -5,6 +5,7 @@
 #include "host/app/orvhost/commands.h"
 #include "host/app/orvhost/control_driver.h"
 #include "host/app/orvhost/transcript.h"
+#include "host/sim/bounded_file.h"
 #include "host/sim/utf8.h"
 #include "text/excerpt.h"
 
@@ -45,8 +46,8 @@ HostApp::HostApp(Options options)
     : options_(std::move(options)), target_{options_.cluster, options_.device}, component_(options_.component) {
     auto workspace = options_.file.empty() ? nullptr : Load(options_.file);
     if (workspace && !workspace->Has(target_.cluster, target_.device))
-        throw std::runtime_error(sim::ToUtf8(options_.file.wstring()) + ": no device " +
-                                 std::to_string(target_.device) + " in cluster " + std::to_string(target_.cluster));
+        throw std::runtime_error(sim::NameOf(options_.file) + ": no device " + std::to_string(target_.device) +
+                                 " in cluster " + std::to_string(target_.cluster));
     window_ = std::make_unique<MainWindow>(*this, options_.width, options_.height);
     debug_ = std::make_unique<DebugLines>(
         [this](const std::wstring& line) { Log(LogSource::Debug, text::Printable(line)); });
@@ -137,7 +138,8 @@ void HostApp::PrintTrace() {
         return;
     const auto& calls = workspace_->Bench()->Gate().Log();
     for (; traced_ < calls.size(); ++traced_)
-        Transcript::Line(L"call: " + sim::FromUtf8(calls[traced_].name) + L"(" + calls[traced_].arguments + L")");
+        Transcript::Line(L"call: " + sim::FromUtf8(calls[traced_].name) + L"(" +
+                         text::Excerpt(calls[traced_].arguments) + L")");
 }
 
 void HostApp::Say(const std::wstring& line) {
@@ -151,7 +153,7 @@ void HostApp::Log(LogSource source, const std::wstring& text) {
     else if (source == LogSource::Device && options_.trace)
         Say(L"wire: " + text);
     if (window_)
-        window_->Log().Add(source, text);
+        window_->Log().Add(source, text::Printable(text));
     if (player_)
         player_->Stirred();
 }

@@ -3,6 +3,7 @@
 #include "host/app/orvhost/host_app.h"
 #include "host/com/application_face.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::host {
 
@@ -10,7 +11,9 @@ void HostApp::OnCommand(int command) {
     try {
         Dispatch(command);
     } catch (const Error& failure) {
-        Report(sim::ToUtf8(failure.Description()));
+        Report(sim::ToUtf8(text::Excerpt(failure.Description())));
+    } catch (const std::bad_alloc&) {
+        Report("there is not enough memory for it");
     } catch (const std::exception& failure) {
         Report(failure.what());
     }

@@ -153,7 +153,8 @@ int FindItem(HWND window, const std::wstring& text) {
         if (Matches(texts[item], text))
             return static_cast<int>(item);
     }
-    throw std::runtime_error("there is no \"" + sim::ToUtf8(text) + "\" among " + std::to_string(texts.size()));
+    throw std::runtime_error("there is no \"" + sim::Excerpt(sim::ToUtf8(text)) + "\" among " +
+                             std::to_string(texts.size()));
 }
 
 void ClickItem(HWND window, int item, bool twice) {

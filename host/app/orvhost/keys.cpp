@@ -48,7 +48,7 @@ KeyStroke ParseKey(const std::wstring& name) {
     if (letter)
         stroke.key = static_cast<WORD>(rest[0]);
     if (stroke.key == 0)
-        throw std::runtime_error("unknown key " + sim::ToUtf8(name));
+        throw std::runtime_error("unknown key " + sim::Excerpt(sim::ToUtf8(name)));
     return stroke;
 }
 

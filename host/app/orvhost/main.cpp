@@ -2,13 +2,13 @@
 
 #include <shellapi.h>
 
-#include <fstream>
-#include <iterator>
+#include <new>
 #include <stdexcept>
 
 #include "host/app/library_search.h"
 #include "host/app/orvhost/host_app.h"
 #include "host/app/orvhost/transcript.h"
+#include "host/sim/bounded_file.h"
 #include "host/sim/utf8.h"
 
 namespace orv::host {
@@ -28,14 +28,10 @@ std::vector<std::string> Arguments() {
 std::vector<ScriptCommand> ReadScript(const std::filesystem::path& file) {
     if (file.empty())
         return {};
-    const std::string name = sim::ToUtf8(file.wstring());
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
-        throw std::runtime_error(name + ": cannot be read");
     try {
-        return ParseScript(std::string(std::istreambuf_iterator<char>(in), {}));
+        return ParseScript(sim::ReadFile(file));
     } catch (const ScriptError& failure) {
-        throw std::runtime_error(name + ": " + failure.what());
+        throw std::runtime_error(sim::NameOf(file) + ": " + failure.what());
     }
 }
 
@@ -66,6 +62,9 @@ int RunProgram() {
     try {
         script = ReadScript(options.script);
         app = std::make_unique<HostApp>(options);
+    } catch (const std::bad_alloc&) {
+        Transcript::Complain(sim::NameOf(options.file) + ": there is not enough memory for it");
+        return kUsage;
     } catch (const std::exception& failure) {
         Transcript::Complain(failure.what());
         return kUsage;

@@ -62,8 +62,8 @@ void AddParsed(CLI::App& app, const std::string& name, const std::string& form, 
            [name, form, parse](const std::vector<std::string>& texts) {
                for (const std::string& text : texts) {
                    if (!parse(text))
-                       throw CLI::ValidationError(name,
-                                                  std::string("\"").append(text).append("\" is not ").append(form));
+                       throw CLI::ValidationError(
+                           name, std::string("\"").append(sim::Excerpt(text)).append("\" is not ").append(form));
                }
            },
            help)

@@ -4,6 +4,7 @@
 #include "host/app/orvhost/transcript.h"
 #include "host/sim/bench_host.h"
 #include "host/sim/utf8.h"
+#include "text/excerpt.h"
 
 namespace orv::host {
 namespace {
@@ -111,7 +112,7 @@ void Player::RunNow() {
     try {
         Execute(commands_[next_ - 1]);
     } catch (const Error& failure) {
-        Fail(sim::ToUtf8(failure.Description()));
+        Fail(sim::ToUtf8(text::Excerpt(failure.Description())));
     } catch (const std::exception& failure) {
         Fail(failure.what());
     }

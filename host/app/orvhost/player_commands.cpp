@@ -35,7 +35,8 @@ class HeldKeys {
 
 void Compare(const std::wstring& found, const std::wstring& expected) {
     if (found != expected)
-        throw std::runtime_error("it is \"" + sim::ToUtf8(found) + "\", not \"" + sim::ToUtf8(expected) + "\"");
+        throw std::runtime_error("it is \"" + sim::Excerpt(sim::ToUtf8(found)) + "\", not \"" +
+                                 sim::Excerpt(sim::ToUtf8(expected)) + "\"");
 }
 
 /// A text that is too long for a script may end in "*".
@@ -210,7 +211,7 @@ void Player::SendKey(const std::wstring& name) {
 void Player::RunMenu(const std::wstring& caption) {
     const int command = FindCommand(GetMenu(host_.FrameWindow()), caption);
     if (command == 0)
-        throw std::runtime_error("the menu does not offer \"" + sim::ToUtf8(caption) + "\" now");
+        throw std::runtime_error("the menu does not offer \"" + sim::Excerpt(sim::ToUtf8(caption)) + "\" now");
     Post(command);
 }
 

@@ -1,5 +1,6 @@
 #include "host/app/orvhost/transcript.h"
 
+#include <algorithm>
 #include <string>
 
 #include "host/app/orvhost/system.h"
@@ -18,22 +19,30 @@ void Write(DWORD stream, std::string_view bytes) {
     WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
+/// The line breaks of `text` are the program's own: they stay, as `lineBreak`.
+std::wstring PrintableLines(std::wstring_view text, std::wstring_view lineBreak) {
+    std::wstring printable;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(L'\n'), text.size());
+        std::wstring_view line = text.substr(0, end);
+        if (line.ends_with(L'\r'))
+            line.remove_suffix(1);
+        printable += text::Printable(line);
+        if (end < text.size())
+            printable += lineBreak;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return printable;
+}
+
 } // namespace
 
 void Transcript::Line(std::wstring_view line) {
-    // Own line breaks come from boxes; what else controls a terminal came from outside.
-    std::wstring flat;
-    for (const wchar_t c : line) {
-        if (c == L'\n')
-            flat += L" / ";
-        else if (c != L'\r')
-            flat += c;
-    }
-    Write(STD_OUTPUT_HANDLE, sim::ToUtf8(text::Printable(flat)) + "\n");
+    Write(STD_OUTPUT_HANDLE, sim::ToUtf8(PrintableLines(line, L" / ")) + "\n");
 }
 
 void Transcript::Complain(std::string_view utf8) {
-    Write(STD_ERROR_HANDLE, std::string(utf8) + "\n");
+    Write(STD_ERROR_HANDLE, sim::ToUtf8(PrintableLines(sim::FromUtf8(utf8), L"\n")) + "\n");
 }
 
 void Transcript::Print(std::string_view utf8) {
