@@ -41,6 +41,20 @@ TEST(Guarded, NamesTheHandlerWithNumberAndDescription) {
     EXPECT_EQ(boxes.shown[0].title, L"Output Format Addon");
 }
 
+TEST(Guarded, ShowsAHostsDescriptionAsItIsUnlessItCouldSpoilTheBox) {
+    Boxes boxes;
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {L"The \"host\" says <no> {twice}. \u00FC", L"The \"host\" says <no> {twice}. \u00FC"},
+        {L"The host says no.\r\n", L"The host says no."},
+        {L"no\n\nA.b\n0: saved", L"no<LF><LF>A.b<LF>0: saved"},
+        {std::wstring(60000, L'x'), std::wstring(197, L'x') + L"..."},
+    };
+    for (const auto& [description, shown] : cases) {
+        EXPECT_FALSE(Guarded(boxes, L"A.b", [&] { throw Error(-1, description); }));
+        EXPECT_EQ(boxes.shown.back().text, L"A.b\n-1: " + shown);
+    }
+}
+
 TEST(Guarded, KeepsQuietOfAbandonedWaitsAndSurvivesEverythingElse) {
     Boxes boxes;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw WaitAbandoned{}; }));
@@ -58,13 +72,13 @@ TEST(Guarded, SaysWithoutMemoryWhatItCan) {
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw std::bad_alloc(); }));
     boxes.noMemory = true;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
-    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(-1, std::wstring(5000, L'x')); }));
+    EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(-1, L"\x1B" + std::wstring(5000, L'x')); }));
     EXPECT_TRUE(boxes.shown.empty());
     ASSERT_THAT(boxes.plain, testing::SizeIs(3));
     EXPECT_EQ(boxes.plain[0].text, L"A.b\n7: Out of memory");
     EXPECT_EQ(boxes.plain[0].title, L"Output Format Addon");
     EXPECT_EQ(boxes.plain[1].text, L"A.b\n" + std::to_wstring(5) + L": " + Error(5).Description());
-    EXPECT_EQ(boxes.plain[2].text, L"A.b\n-1: " + std::wstring(text::kLongestExcerpt - 3, L'x') + L"...");
+    EXPECT_EQ(boxes.plain[2].text, L"A.b\n-1: <ESC>" + std::wstring(192, L'x') + L"...");
     boxes.canShowPlain = false;
     EXPECT_FALSE(Guarded(boxes, L"A.b", [] { throw Error(5); }));
     EXPECT_EQ(boxes.beeps, 1);
