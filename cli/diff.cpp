@@ -1,8 +1,7 @@
 #include <algorithm>
-#include <map>
+#include <optional>
 #include <ostream>
 #include <set>
-#include <tuple>
 #include <utility>
 
 #include "cli/commands.h"
@@ -15,41 +14,34 @@
 namespace orv::cli {
 namespace {
 
-struct Key {
-    std::int32_t number;
-    std::int32_t element;
-    std::wstring path;
-    bool operator<(const Key& other) const {
-        return std::tie(number, element, path) < std::tie(other.number, other.element, other.path);
-    }
-};
+using Parameters = std::vector<const sim::ParameterDescription*>;
 
-struct Entry {
-    std::wstring name;
-    const device::Value* value;
-};
+/// By number, without copies of what may be millions of values.
+Parameters Sorted(const sim::DeviceDescription& device) {
+    Parameters sorted;
+    sorted.reserve(device.parameters.size());
+    for (const sim::ParameterDescription& parameter : device.parameters)
+        sorted.push_back(&parameter);
+    std::ranges::sort(sorted, {}, [](const sim::ParameterDescription* parameter) { return parameter->number; });
+    return sorted;
+}
 
-using Entries = std::map<Key, Entry>;
+std::wstring NameOf(const sim::ParameterDescription& parameter, std::int32_t element) {
+    return parameter.details.elementCount > 1 ? parameter.path + L"[" + std::to_wstring(element) + L"]"
+                                              : parameter.path;
+}
 
-Entries EntriesOf(const sim::DeviceDescription* device) {
-    Entries entries;
-    if (device == nullptr)
-        return entries;
-    for (const sim::ParameterDescription& parameter : device->parameters)
-        for (std::int32_t element = 0; element < parameter.details.elementCount; ++element) {
-            const std::wstring suffix =
-                parameter.details.elementCount > 1 ? L"[" + std::to_wstring(element) + L"]" : std::wstring();
-            entries[{parameter.number, element, parameter.path}] = {
-                parameter.path + suffix, &parameter.values.at(static_cast<std::size_t>(element))};
-        }
-    return entries;
+std::optional<device::Value> ValueOf(const sim::ParameterDescription* parameter, std::int32_t element) {
+    if (parameter == nullptr || element >= parameter->details.elementCount)
+        return std::nullopt;
+    return parameter->values.at(static_cast<std::size_t>(element));
 }
 
 /// Two descriptions, entry by entry.
 class Comparison {
   public:
     Comparison(const sim::SystemDescription& before, const sim::SystemDescription& after)
-        : before_(before), after_(after), host_(before), state_(platform_.services, host_), access_(state_) {}
+        : before_(before), after_(after), host_({}), state_(platform_.services, host_), access_(state_) {}
 
     bool Print(std::ostream& out) {
         std::set<std::pair<std::int16_t, std::int16_t>> devices;
@@ -71,7 +63,7 @@ class Comparison {
             out << caption << ": only in the " << (before != nullptr ? "first" : "second") << " file\n";
             return true;
         }
-        const Table table = Rows(EntriesOf(before), EntriesOf(after));
+        const Table table = Rows(Sorted(*before), Sorted(*after));
         if (table.Empty())
             return false;
         out << caption << '\n';
@@ -79,32 +71,51 @@ class Comparison {
         return true;
     }
 
-    Table Rows(const Entries& before, const Entries& after) {
-        Entries all = before;
-        all.insert(after.begin(), after.end());
+    Table Rows(const Parameters& before, const Parameters& after) {
         Table table("rrllll");
-        for (const auto& [key, entry] : all) {
-            const auto was = before.find(key);
-            const auto is = after.find(key);
-            if (was != before.end() && is != after.end() && *was->second.value == *is->second.value)
-                continue;
-            table.Add({std::to_wstring(key.number), std::to_wstring(key.element), entry.name,
-                       Shown(was == before.end() ? nullptr : was->second.value,
-                             is == after.end() ? nullptr : is->second.value),
-                       L"->",
-                       Shown(is == after.end() ? nullptr : is->second.value,
-                             was == before.end() ? nullptr : was->second.value)});
+        auto was = before.begin();
+        auto is = after.begin();
+        while (was != before.end() || is != after.end()) {
+            const bool takeWas = is == after.end() || (was != before.end() && (*was)->number <= (*is)->number);
+            const bool takeIs = was == before.end() || (is != after.end() && (*is)->number <= (*was)->number);
+            AddNumber(table, takeWas ? *was++ : nullptr, takeIs ? *is++ : nullptr);
         }
         return table;
     }
 
+    /// A number whose path has changed is two parameters, side by side.
+    void AddNumber(Table& table, const sim::ParameterDescription* was, const sim::ParameterDescription* is) {
+        const std::int32_t count = std::max(was ? was->details.elementCount : 0, is ? is->details.elementCount : 0);
+        const bool moved = was != nullptr && is != nullptr && was->path != is->path;
+        const bool backwards = moved && is->path < was->path;
+        for (std::int32_t element = 0; element < count; ++element) {
+            if (!moved) {
+                AddElement(table, element, was, is);
+                continue;
+            }
+            AddElement(table, element, backwards ? nullptr : was, backwards ? is : nullptr);
+            AddElement(table, element, backwards ? was : nullptr, backwards ? nullptr : is);
+        }
+    }
+
+    void AddElement(Table& table, std::int32_t element, const sim::ParameterDescription* was,
+                    const sim::ParameterDescription* is) {
+        const auto before = ValueOf(was, element);
+        const auto after = ValueOf(is, element);
+        if (before == after)
+            return;
+        const sim::ParameterDescription& named = before ? *was : *is;
+        table.Add({std::to_wstring(named.number), std::to_wstring(element), NameOf(named, element),
+                   Shown(before, after), L"->", Shown(after, before)});
+    }
+
     /// The type stands there where it makes the difference.
-    std::wstring Shown(const device::Value* value, const device::Value* other) {
-        if (value == nullptr)
+    std::wstring Shown(const std::optional<device::Value>& value, const std::optional<device::Value>& other) {
+        if (!value)
             return L"(absent)";
         if (std::holds_alternative<std::monostate>(*value))
             return L"(no value)";
-        const bool sameType = other == nullptr || value->index() == other->index();
+        const bool sameType = !other || value->index() == other->index();
         return (sameType ? L"" : TypeName(device::TypeOf(*value)) + L" ") + DisplayValue(*value, access_);
     }
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "device/host.h"
-#include "device/value.h"
+#include "host/sim/parameter_values.h"
 
 namespace orv::sim {
 
@@ -19,7 +19,7 @@ struct ParameterDescription {
     device::WireType type = device::WireType::Int32;
     std::int32_t level = 0; ///< 0 to 3: access level needed to see the parameter
     device::Description details;
-    std::vector<device::Value> values; ///< one an element, each held as `type` asks for it
+    ParameterValues values; ///< one an element, each held as `type` asks for it
 };
 
 struct ClusterDescription {

@@ -15,6 +15,9 @@ constexpr std::size_t kDeepest = 16;
 /// Values that are kept at once. The largest parameter has 32767, and the first one of a file is kept to its end.
 constexpr std::size_t kMostKept = 100'000;
 
+/// Programs hold the texts of a device several times over, each character in four bytes.
+constexpr std::size_t kLongestText = 1'000'000;
+
 struct Child {
     Part parent;
     std::string_view key; ///< empty: any element of the list
@@ -47,13 +50,17 @@ class Builder {
     bool number_integer(json::number_integer_t value) { return Deliver(value); }
     bool number_unsigned(json::number_unsigned_t value) { return Deliver(value); }
     bool number_float(json::number_float_t value, const std::string&) { return Deliver(value); }
-    bool string(std::string& value) { return Deliver(std::move(value)); }
+    bool string(std::string& value) {
+        RequireShort(value);
+        return Deliver(std::move(value));
+    }
     bool binary(json::binary_t&) { return false; }
     bool start_object(std::size_t) { return Open(json::object()); }
     bool start_array(std::size_t) { return Open(json::array()); }
     bool end_object() { return Close(); }
     bool end_array() { return Close(); }
     bool key(std::string& key) {
+        RequireShort(key);
         open_.back().key = std::move(key);
         return true;
     }
@@ -71,6 +78,11 @@ class Builder {
         std::string key;       ///< of the value that comes next, in an object
         std::size_t count = 0; ///< values before it, in a list
     };
+
+    void RequireShort(const std::string& text) const {
+        if (text.size() > kLongestText)
+            throw FileError(name_, Place(), "a text longer than " + std::to_string(kLongestText) + " bytes");
+    }
 
     std::string Place() const {
         std::string place;

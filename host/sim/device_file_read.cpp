@@ -17,10 +17,6 @@ namespace {
 
 using nlohmann::json;
 
-/// Of a file's elements. In memory each takes twenty times the two bytes that it may take in the file; devices have
-/// tens of thousands.
-constexpr std::size_t kMostValues = 1'000'000;
-
 /// Turns the checked parts of a file into a description. Keeps the place, so that a message can name it.
 class Reader : public PartListener {
   public:
@@ -128,13 +124,11 @@ class Reader : public PartListener {
             throw FileError(name_, place + "/values",
                             std::to_string(values.size()) + " values for " +
                                 std::to_string(parameter.details.elementCount) + " elements");
-        if (count_ += values.size(); count_ > kMostValues)
-            throw FileError(name_, place + "/values",
-                            "more than " + std::to_string(kMostValues) + " values in the file");
-        parameter.values.reserve(values.size());
+        std::vector<device::Value> read;
+        read.reserve(values.size());
         for (const json& value : values)
-            parameter.values.push_back(
-                Value(value, parameter.type, place + "/values/" + std::to_string(parameter.values.size())));
+            read.push_back(Value(value, parameter.type, place, read.size()));
+        parameter.values = ParameterValues::Packed(read, parameter.type);
         return parameter;
     }
 
@@ -153,12 +147,15 @@ class Reader : public PartListener {
         return details;
     }
 
-    device::Value Value(const json& value, device::WireType type, const std::string& place) const {
+    device::Value Value(const json& value, device::WireType type, const std::string& place, std::size_t element) const {
         if (value.is_null()) // the entry is there, a value is not
             return {};
+        const auto refuse = [&](const char* reason) {
+            throw FileError(name_, place + "/values/" + std::to_string(element), reason);
+        };
         const bool textual = type == device::WireType::Text || type == device::WireType::ByteArray;
         if (textual != value.is_string())
-            throw FileError(name_, place, textual ? "a text is wanted" : "a number is wanted");
+            refuse(textual ? "a text is wanted" : "a number is wanted");
         try {
             if (type == device::WireType::ByteArray)
                 return text::FromHex(Text(value));
@@ -166,9 +163,9 @@ class Reader : public PartListener {
                 return Text(value);
             return Number(value, type);
         } catch (const Error&) {
-            throw FileError(name_, place,
-                            textual ? "not a row of hexadecimal digit pairs" : "the number does not fit the type");
+            refuse(textual ? "not a row of hexadecimal digit pairs" : "the number does not fit the type");
         }
+        return {};
     }
 
     static device::Value Number(const json& value, device::WireType type) {
@@ -183,7 +180,6 @@ class Reader : public PartListener {
 
     std::string name_;
     SystemDescription system_;
-    std::size_t count_ = 0;                        ///< of values
     std::vector<ParameterDescription> parameters_; ///< of the device that is being read
     std::vector<device::Choice> choices_;          ///< of the parameter that is being read
 };

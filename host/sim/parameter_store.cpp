@@ -83,7 +83,7 @@ const ParameterDescription& ParameterStore::Parameter(ElementAddress address) co
     return description_.parameters.at(address.parameter);
 }
 
-const device::Value& ParameterStore::Get(ElementAddress address) const {
+device::Value ParameterStore::Get(ElementAddress address) const {
     return Parameter(address).values.at(static_cast<std::size_t>(address.element));
 }
 
@@ -101,7 +101,7 @@ ElementAddress ParameterStore::Require(std::int32_t number, std::int32_t element
     return *found;
 }
 
-const device::Value& ParameterStore::Get(std::int32_t number, std::int32_t element) const {
+device::Value ParameterStore::Get(std::int32_t number, std::int32_t element) const {
     return Get(Require(number, element));
 }
 

@@ -32,13 +32,13 @@ class ParameterStore {
     std::wstring Name(ElementAddress address) const;
 
     const ParameterDescription& Parameter(ElementAddress address) const;
-    const device::Value& Get(ElementAddress address) const;
+    device::Value Get(ElementAddress address) const;
     /// Converts to the parameter's type: raises 6 or 13 when it cannot, and leaves the old value. Limits are not
     /// checked: a value beyond them that came from the device must find its way back.
     void Set(ElementAddress address, const device::Value& value);
 
     /// By number, for tests and tools. Raises 9 for an unknown number or element.
-    const device::Value& Get(std::int32_t number, std::int32_t element = 0) const;
+    device::Value Get(std::int32_t number, std::int32_t element = 0) const;
     void Set(std::int32_t number, std::int32_t element, const device::Value& value);
 
     /// The description with the present values.
