@@ -115,6 +115,7 @@ TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
     const Events noSession{"connected", "error 504", "error 504", "error 504", "error 504"};
     const Events noSet{"connected", "answer OK", "error 504", "error 504", "error 504"};
     const Events noEnd{"connected", "answer OK", "answer OK", "error 504", "error 504"};
+    const Events malformed{"connected", "answer OK", "error 405", "answer OK", "error 501"};
     const std::wstring unasked = L"the device sent a line that nothing asked for";
     const struct {
         const char* name;
@@ -146,26 +147,11 @@ TEST(ForeignDevice, NoLineCountsThatNothingAskedFor) {
          {"", {ok, ok, std::string(kMaximumLine + 1, 'x'), ok}, ""},
          noSet,
          L"the device sent a line that is too long"},
-        {"code of success",
-         {"", {ok, ok, "ERR 0 fine\n", ok}, ""},
-         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
-         L""},
-        {"more than success",
-         {"", {ok, ok, "OK OK or not\n", ok}, ""},
-         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
-         L""},
-        {"control character",
-         {"", {ok, ok, std::string("OK OK\0\n", 7), ok}, ""},
-         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
-         L""},
-        {"error's code in another line",
-         {"", {ok, ok, "VALUE 308 OK\n", ok}, ""},
-         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
-         L""},
-        {"no code",
-         {"", {ok, ok, "ERR\n", ok}, ""},
-         {"connected", "answer OK", "error 405", "answer OK", "error 501"},
-         L""},
+        {"code of success", {"", {ok, ok, "ERR 0 fine\n", ok}, ""}, malformed, L""},
+        {"more than success", {"", {ok, ok, "OK OK or not\n", ok}, ""}, malformed, L""},
+        {"control character", {"", {ok, ok, std::string("OK OK\0\n", 7), ok}, ""}, malformed, L""},
+        {"error's code in another line", {"", {ok, ok, "VALUE 308 OK\n", ok}, ""}, malformed, L""},
+        {"no code", {"", {ok, ok, "ERR\n", ok}, ""}, malformed, L""},
     };
     for (const auto& c : cases) {
         const Peer peer(c.answers);
@@ -194,33 +180,43 @@ class Wire final : public LineService {
     void Send(std::string) override { ++sent; }
 };
 
-TEST(ForeignDevice, EndsTheConnectionWithALineOutOfTurn) {
-    const auto log = std::make_shared<EventLog>();
+class OnTheWire : public ::testing::Test {
+  protected:
+    void Greet() {
+        wire.Connect(34, log);
+        wire.OnLine("OK OK");
+    }
+    void End() {
+        wire.EndSession(L"V");
+        wire.OnLine("OK done");
+    }
+
+    const std::shared_ptr<EventLog> log = std::make_shared<EventLog>();
     Wire wire;
-    wire.Connect(34, log);
+};
+
+TEST_F(OnTheWire, ALineBetweenTwoRequestsEndsTheConnection) {
+    Greet();
     wire.OnLine("OK OK");
-    wire.OnLine("OK OK");
-    EXPECT_FALSE(wire.open) << "between two requests";
+    EXPECT_FALSE(wire.open);
     wire.SetNumericEntry(L"/Count", L"1");
     EXPECT_EQ(wire.sent, 1) << "only the greeting";
     EXPECT_EQ(log->events, (Events{"connected", "error 504"}));
+}
 
-    log->events.clear();
-    wire.Connect(34, log);
-    wire.OnLine("OK OK");
-    wire.EndSession(L"V");
-    wire.OnLine("OK done");
+TEST_F(OnTheWire, ALineBehindTheEndEndsTheConnection) {
+    Greet();
+    End();
     EXPECT_TRUE(wire.finished);
     EXPECT_EQ(log->events, Events{"connected"}) << "the end is told when the device has closed";
     wire.OnLine("OK OK");
-    EXPECT_FALSE(wire.open) << "behind the end";
+    EXPECT_FALSE(wire.open);
     EXPECT_EQ(log->events, (Events{"connected", "error 504"}));
+}
 
-    log->events.clear();
-    wire.Connect(34, log);
-    wire.OnLine("OK OK");
-    wire.EndSession(L"V");
-    wire.OnLine("OK done");
+TEST_F(OnTheWire, TheEndIsToldWhenTheDeviceHasClosed) {
+    Greet();
+    End();
     wire.OnClosed();
     wire.GetEntry(L"/Count");
     EXPECT_EQ(log->events, (Events{"connected", "answer done", "error 501"}));
